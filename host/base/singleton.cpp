@@ -1,0 +1,75 @@
+#include "host/base/singleton.h"
+
+#include <mutex>
+
+namespace VyrUtils {
+
+/// A list through the singletons themselves: registering cannot fail.
+class SingletonList {
+public:
+    void Push(SingletonBase* object) noexcept {
+        object->m_next = m_first;
+        m_first = object;
+    }
+    SingletonBase* Pop() noexcept {
+        SingletonBase* object = m_first;
+        if (object) m_first = object->m_next;
+        return object;
+    }
+    void Remove(const SingletonBase* object) noexcept {
+        for (SingletonBase** link = &m_first; *link; link = &(*link)->m_next) {
+            if (*link != object) continue;
+            *link = object->m_next;
+            return;
+        }
+    }
+
+private:
+    SingletonBase* m_first = nullptr;
+};
+
+namespace {
+
+// Constant-initialised: singletons are made before main and die in static destructors. A singleton's own lock
+// is taken before this one, never after it.
+constinit std::mutex g_lock;
+constinit SingletonList g_alive;
+constinit SingletonList g_destroyed;
+
+/// The first of `from`, moved to `to` when there is one.
+SingletonBase* Take(SingletonList& from, SingletonList* to) noexcept {
+    std::lock_guard lock(g_lock);
+    SingletonBase* object = from.Pop();
+    if (object && to) to->Push(object);
+    return object;
+}
+
+}  // namespace
+
+SingletonBase::~SingletonBase() {
+    std::lock_guard lock(g_lock);
+    g_alive.Remove(this);
+    g_destroyed.Remove(this);
+}
+
+void SingletonBase::Register() noexcept {
+    std::lock_guard lock(g_lock);
+    g_alive.Push(this);
+}
+
+void SingletonBase::Unregister() noexcept {
+    std::lock_guard lock(g_lock);
+    g_alive.Remove(this);
+}
+
+void SingletonBase::DestroyAll() {
+    while (SingletonBase* object = Take(g_alive, &g_destroyed))
+        object->Destroy();
+}
+
+void SingletonBase::AllowRecreation() {
+    while (SingletonBase* object = Take(g_destroyed, nullptr))
+        object->Allow();
+}
+
+}  // namespace VyrUtils

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "host/base/error.h"
+#include "host/base/export.h"
+
+namespace host {
+
+/// Saves `bytes` as the whole content of `path`: into a new file beside it, flushed, then renamed over it.
+/// Whoever opens `path` meanwhile, or after a crash, finds the old content or the new, never a mixture. A
+/// symbolic link is followed, permissions of an existing file are kept. Returns false and fills `error` when
+/// it fails: the old file is then as it was and nothing is left beside it. What exists and is not a regular
+/// file is not replaced. Throws bad_alloc only, likewise without a trace.
+FOM_API bool SaveAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes,
+                            Error& error);
+
+/// The content of a regular file. Empty, with `error` filled, when it cannot be read or is something else (a
+/// folder, a device, a pipe). Throws bad_alloc only.
+FOM_API std::optional<std::vector<std::byte>> ReadWholeFile(const std::filesystem::path& path, Error& error);
+
+}  // namespace host
