@@ -1,0 +1,154 @@
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+#include <vector>
+
+#include "host/base/guid.h"
+#include "host/base/hash.h"
+#include "host/base/memory.h"
+#include "host/base/wstring.h"
+#include "host/color/convert.h"
+#include "host/color/fountcolor.h"
+#include "host/color/screenspec.h"
+#include "host/geometry/matrix.h"
+#include "host/geometry/rect.h"
+#include "host/gfx/outline.h"
+
+/// A record's fields as data. `Fields<Record>::Visit(v)` calls `v(number, &Record::member)` for every field,
+/// in the order of their numbers; a number names its field in stored forms for good. One list serves
+/// comparison and hash here and whatever else must not forget a field.
+namespace host::detail {
+
+template <class Record>
+struct Fields;
+
+template <class T>
+concept HasFields = requires {
+    sizeof(Fields<T>);
+};
+
+/// No padding and no meaning beyond the bytes.
+template <class T>
+concept ByBytes = std::same_as<T, double> || std::same_as<T, MATRIX> || std::same_as<T, VECTOR2D> ||
+    std::same_as<T, CLR_SCREENSPEC> || std::same_as<T, CLR_FOUNTCOLOR>;
+template <class T>
+concept ByValue = std::is_integral_v<T> || std::is_enum_v<T>;
+
+inline std::size_t UsedElements(const CGE_DOTDASHSPEC& dots) noexcept {
+    return dots.count < dots.element.size() ? dots.count : dots.element.size();
+}
+
+/// Negative, 0 or positive: none first, then by size, then by bytes.
+int CompareBlocks(HMEM a, HMEM b) noexcept;
+
+/// Three-way comparison of two records over their field lists; an identifier (Guid) never takes part.
+struct FieldCompare {
+    /// Leaves the identity block of a colour to WClrConvert::CompareColors alone.
+    bool skipIdentity = false;
+
+    template <class T>
+    int operator()(const T& a, const T& b) const noexcept {
+        if constexpr (HasFields<T>) {
+            int result = 0;
+            Fields<T>::Visit([&](unsigned, auto member) {
+                if (result == 0) result = (*this)(a.*member, b.*member);
+            });
+            return result;
+        } else if constexpr (ByBytes<T>) {
+            return std::memcmp(&a, &b, sizeof(T));
+        } else {
+            static_assert(ByValue<T>, "no comparison is defined for this field");
+            return a < b ? -1 : a > b ? 1 : 0;
+        }
+    }
+    template <class T>
+    int operator()(const std::vector<T>& a, const std::vector<T>& b) const noexcept {
+        if (a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
+        return Elements(a.data(), b.data(), a.size());
+    }
+    int operator()(const CGE_DOTDASHSPEC& a, const CGE_DOTDASHSPEC& b) const noexcept {
+        const std::size_t used = UsedElements(a);
+        if (used != UsedElements(b)) return used < UsedElements(b) ? -1 : 1;
+        return Elements(a.element.data(), b.element.data(), used);
+    }
+    int operator()(const CLR_COLORSPEC& a, const CLR_COLORSPEC& b) const noexcept {
+        const int result = WClrConvert::CompareColors(a, b);
+        if (result != 0 || skipIdentity) return result;
+        return std::memcmp(a.GetIdentity().data(), b.GetIdentity().data(), a.GetIdentity().size());
+    }
+    int operator()(HMEM a, HMEM b) const noexcept { return CompareBlocks(a, b); }
+    int operator()(const VyrUtils::Guid&, const VyrUtils::Guid&) const noexcept { return 0; }
+
+private:
+    template <class T>
+    int Elements(const T* a, const T* b, std::size_t count) const noexcept {
+        int result = 0;
+        for (std::size_t i = 0; i < count && result == 0; ++i)
+            result = (*this)(a[i], b[i]);
+        return result;
+    }
+};
+
+/// Hashes `size` bytes, four words at a time side by side: several times faster than word after word.
+void HashBytes(Hasher& hasher, const void* data, std::size_t size) noexcept;
+
+/// Hashes what FieldCompare compares. Fields are gathered and hashed together when the buffer is full or at
+/// the end.
+class FieldHash {
+public:
+    explicit FieldHash(Hasher& hasher) noexcept : m_hasher(hasher) {}
+    ~FieldHash() { HashBytes(m_hasher, m_gathered, m_used); }
+    FieldHash(const FieldHash&) = delete;
+    FieldHash& operator=(const FieldHash&) = delete;
+
+    template <class T>
+    void operator()(const T& value) noexcept {
+        if constexpr (HasFields<T>) {
+            Fields<T>::Visit([&](unsigned, auto member) { (*this)(value.*member); });
+        } else {
+            static_assert(ByBytes<T> || ByValue<T>, "no hash is defined for this field");
+            Gather(value);
+        }
+    }
+    template <class T>
+    void operator()(const std::vector<T>& values) noexcept {
+        Gather(values.size());
+        if constexpr (ByBytes<T>) {
+            HashBytes(m_hasher, values.data(), values.size() * sizeof(T));
+        } else {
+            for (const T& value : values)
+                (*this)(value);
+        }
+    }
+    void operator()(const CGE_DOTDASHSPEC& dots) noexcept {
+        const std::size_t used = UsedElements(dots);
+        Gather(static_cast<std::uint16_t>(used));
+        for (std::size_t i = 0; i < used; ++i)
+            Gather(dots.element[i]);
+    }
+    void operator()(const CLR_COLORSPEC& color) noexcept { Gather(color); }
+    void operator()(HMEM block) noexcept;
+    void operator()(const VyrUtils::Guid&) noexcept {}
+
+private:
+    template <class T>
+    void Gather(const T& value) noexcept {
+        static_assert(sizeof(T) <= sizeof m_gathered);
+        if (sizeof m_gathered - m_used < sizeof(T)) {
+            HashBytes(m_hasher, m_gathered, m_used);
+            m_used = 0;
+        }
+        std::memcpy(m_gathered + m_used, &value, sizeof(T));
+        m_used += sizeof(T);
+    }
+
+    Hasher& m_hasher;
+    std::size_t m_used = 0;
+    unsigned char m_gathered[256];
+};
+
+}  // namespace host::detail
