@@ -17,7 +17,7 @@ std::size_t TempFile::Write(std::uint64_t position, std::span<const std::byte> f
     return m_blob->Write(position, from);
 }
 
-unsigned TempTable::Add(TempEntry entry) {
+unsigned TempTable::Add(TempEntry&& entry) {
     for (;;) {
         const unsigned id = m_lastId.fetch_add(1, std::memory_order_relaxed) + 1;
         if (id == 0) continue;

@@ -48,7 +48,7 @@ public:
     void RestartAfter(unsigned lastId) noexcept { m_lastId.store(lastId, std::memory_order_relaxed); }
 
     /// The new entry's identifier. Throws bad_alloc.
-    unsigned Add(TempEntry entry);
+    unsigned Add(TempEntry&& entry);
     std::optional<TempEntry> Find(unsigned id) const noexcept;
     bool Remove(unsigned id) noexcept;
     /// Calls `change(entry)` under the lock when there is such an entry.

@@ -4,6 +4,8 @@
 #include <concepts>
 #include <cstdint>
 #include <cstring>
+#include <memory>
+#include <optional>
 #include <type_traits>
 #include <vector>
 
@@ -16,7 +18,9 @@
 #include "host/color/screenspec.h"
 #include "host/geometry/matrix.h"
 #include "host/geometry/rect.h"
-#include "host/gfx/outline.h"
+#include "host/gfx/dot_dash.h"
+#include "host/gfx/shared_record.h"
+#include "host/gfx/wideline.h"
 
 /// A record's fields as data. `Fields<Record>::Visit(v)` calls `v(number, &Record::member)` for every field,
 /// in the order of their numbers; a number names its field in stored forms for good. One list serves
@@ -37,10 +41,6 @@ concept ByBytes = std::same_as<T, double> || std::same_as<T, MATRIX> || std::sam
     std::same_as<T, CLR_SCREENSPEC> || std::same_as<T, CLR_FOUNTCOLOR>;
 template <class T>
 concept ByValue = std::is_integral_v<T> || std::is_enum_v<T>;
-
-inline std::size_t UsedElements(const CGE_DOTDASHSPEC& dots) noexcept {
-    return dots.count < dots.element.size() ? dots.count : dots.element.size();
-}
 
 /// Negative, 0 or positive: none first, then by size, then by bytes.
 int CompareBlocks(HMEM a, HMEM b) noexcept;
@@ -70,9 +70,24 @@ struct FieldCompare {
         if (a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
         return Elements(a.data(), b.data(), a.size());
     }
+    /// None first.
+    template <class T>
+    int operator()(const std::optional<T>& a, const std::optional<T>& b) const noexcept {
+        if (!a || !b) return static_cast<int>(a.has_value()) - static_cast<int>(b.has_value());
+        return (*this)(*a, *b);
+    }
+    template <class T>
+    int operator()(const SharedRecord<T>& a, const SharedRecord<T>& b) const noexcept {
+        return a.IsSharedWith(b) ? 0 : (*this)(a.Read(), b.Read());
+    }
+    int operator()(const std::shared_ptr<const CGE_WIDELINE>& a,
+                   const std::shared_ptr<const CGE_WIDELINE>& b) const noexcept {
+        if (!a || !b) return static_cast<int>(a != nullptr) - static_cast<int>(b != nullptr);
+        return a->Compare(*b);
+    }
     int operator()(const CGE_DOTDASHSPEC& a, const CGE_DOTDASHSPEC& b) const noexcept {
-        const std::size_t used = UsedElements(a);
-        if (used != UsedElements(b)) return used < UsedElements(b) ? -1 : 1;
+        const std::size_t used = a.Used();
+        if (used != b.Used()) return used < b.Used() ? -1 : 1;
         return Elements(a.element.data(), b.element.data(), used);
     }
     int operator()(const CLR_COLORSPEC& a, const CLR_COLORSPEC& b) const noexcept {
@@ -124,8 +139,22 @@ public:
                 (*this)(value);
         }
     }
+    template <class T>
+    void operator()(const std::optional<T>& value) noexcept {
+        Gather(value.has_value());
+        if (value) (*this)(*value);
+    }
+    template <class T>
+    void operator()(const SharedRecord<T>& record) noexcept {
+        Gather(record.IsDefault());
+        if (!record.IsDefault()) (*this)(record.Read());
+    }
+    void operator()(const std::shared_ptr<const CGE_WIDELINE>& wideline) noexcept {
+        Gather(wideline != nullptr);
+        if (wideline) wideline->HashInto(m_hasher);
+    }
     void operator()(const CGE_DOTDASHSPEC& dots) noexcept {
-        const std::size_t used = UsedElements(dots);
+        const std::size_t used = dots.Used();
         Gather(static_cast<std::uint16_t>(used));
         for (std::size_t i = 0; i < used; ++i)
             Gather(dots.element[i]);

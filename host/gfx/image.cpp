@@ -128,8 +128,8 @@ void RIMAGE::WriteRow(std::uint32_t y, std::span<const std::uint8_t> row) noexce
     const std::size_t first = std::size_t{y / m_tileEdge} * TilesAcross();
     for (std::size_t i = first; i < first + TilesAcross(); ++i) {
         const MutableTile tile = EditTile(i);
-        std::memcpy(tile.data + y % m_tileEdge * tile.stride,
-                    row.data() + static_cast<std::size_t>(tile.bounds.left) * m_planes, tile.stride);
+        std::copy_n(row.begin() + static_cast<std::ptrdiff_t>(tile.bounds.left) * m_planes, tile.stride,
+                    tile.data + y % m_tileEdge * tile.stride);
     }
 }
 

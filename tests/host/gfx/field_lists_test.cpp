@@ -1,4 +1,5 @@
 #include "gfx/fill_fields.h"
+#include "gfx/wideline_fields.h"
 #include "record_probe.h"
 
 namespace {
@@ -14,12 +15,17 @@ struct Case {
 template <class T>
 class FieldLists : public testing::Test {};
 
+template <class T>
+using Whole = Case<T, T, 0>;
+
 using Records =
-    testing::Types<Case<CGE_TILING, CGE_TILING, 0>, Case<CGE_UNIFORMFILL, CGE_UNIFORMFILL, 0>,
-                   Case<CGE_PSFILL, CGE_PSFILL, 0>, Case<CGE_MONOBMPFILL, CGE_MONOBMPFILL, 0>,
-                   Case<CGE_TXRINFO, CGE_TXRINFO, 0>, Case<CGE_HATCHLINE, CGE_HATCHLINE, 0>,
-                   Case<CGE_HATCHFILL, CGE_HATCHFILL, 0>, Case<CGE_FOUNTAINFILL, CGE_FOUNTAINFILL, 0>,
-                   Case<CGE_OUTLINE, CGE_OUTLINE, 0>,
+    testing::Types<Whole<CGE_TILING>, Whole<CGE_UNIFORMFILL>, Whole<CGE_PSFILL>, Whole<CGE_MONOBMPFILL>,
+                   Whole<CGE_TXRINFO>, Whole<CGE_HATCHLINE>, Whole<CGE_HATCHFILL>, Whole<CGE_FOUNTAINFILL>,
+                   Whole<CGE_OUTLINE>, Whole<host::detail::OutlineExtras>, Whole<CGE_ARROWATTRIB>,
+                   Whole<CGE_VARIABLEATTRIB>, Whole<CGE_VARIABLEPOINT>, Whole<CGE_DES9_CYCLICAL_LINE>,
+                   Whole<CGE_DES9_WIDELINE_STYLE>, Whole<CGE_DES9_WIDELINE_ENTRY>,
+                   // the virtual table's address
+                   Case<CGE_DES9_WIDELINE, CGE_DES9_WIDELINE, sizeof(void*)>,
                    // whether the temporary data is an image is a property of the type
                    Case<CGE_VECTORFILL, CGE_PATTERNFILL, 1>, Case<CGE_TEXTUREFILL, CGE_TEXTUREFILL, 1>,
                    // the graphics engine's reserved word

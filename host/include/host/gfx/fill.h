@@ -1,53 +1,14 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <new>
 
 #include "host/base/export.h"
 #include "host/base/guid.h"
 #include "host/gfx/enums.h"
 #include "host/gfx/fountain_fill.h"
 #include "host/gfx/hatch_fill.h"
+#include "host/gfx/lazy_record.h"
 #include "host/gfx/pattern_fills.h"
-
-namespace host {
-
-/// A sub-record that is allocated when it is first written; until then it reads as the empty record.
-/// Copies are deep and allocate only what the source has.
-template <class T>
-class LazyRecord {
-public:
-    LazyRecord() noexcept = default;
-    LazyRecord(const LazyRecord& other)
-        : m_record(other.m_record ? std::make_unique<T>(*other.m_record) : nullptr) {}
-    LazyRecord(LazyRecord&&) noexcept = default;
-    LazyRecord& operator=(const LazyRecord& other) {
-        if (this != &other) LazyRecord(other).m_record.swap(m_record);
-        return *this;
-    }
-    LazyRecord& operator=(LazyRecord&&) noexcept = default;
-
-    const T& Read() const noexcept { return m_record ? *m_record : Empty(); }
-    T& Edit() {
-        if (!m_record) m_record = std::make_unique<T>();
-        return *m_record;
-    }
-    bool IsAllocated() const noexcept { return m_record != nullptr; }
-    void Reset() noexcept { m_record.reset(); }
-
-private:
-    // Never destroyed, so that records that die at exit can still be read.
-    static const T& Empty() noexcept {
-        alignas(T) static unsigned char storage[sizeof(T)];
-        static const T* const empty = ::new (static_cast<void*>(storage)) T();
-        return *empty;
-    }
-
-    std::unique_ptr<T> m_record;
-};
-
-}  // namespace host
 
 /// How the inside of a shape is painted. All sub-records stand side by side and keep what they hold until the
 /// record is cleared; only the one that the kind names is meaningful. The uniform one lies in the record, the

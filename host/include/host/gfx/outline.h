@@ -1,7 +1,8 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <memory>
+#include <type_traits>
 
 #include "host/base/export.h"
 #include "host/base/guid.h"
@@ -10,28 +11,31 @@
 #include "host/color/colorspec.h"
 #include "host/color/screenspec.h"
 #include "host/geometry/matrix.h"
+#include "host/gfx/arrow_attribute.h"
+#include "host/gfx/dot_dash.h"
+#include "host/gfx/shared_record.h"
+#include "host/gfx/variable_attribute.h"
+#include "host/gfx/wideline.h"
 
 namespace host::detail {
 template <class Record>
 struct Fields;
-}
+struct OutlineExtras;
+}  // namespace host::detail
 
-/// Dash pattern: alternating dash and gap lengths, in units of the dot length. Only the first `count`
-/// elements mean anything; a count above 10 reads as 10.
-struct CGE_DOTDASHSPEC {
-    std::uint16_t count = 0;
-    std::array<std::int32_t, 10> element{};
-};
-
-/// Pen kinds in the low four bits of CGE_OUTLINE::type; one bit each.
+/// Pen kinds in the low four bits of CGE_OUTLINE::type; one bit each. "Of kind n" compares the four bits.
 enum CgeOutlineType : std::uint16_t {
     OutlineNone = 1,
     OutlineSolid = 2,
     OutlineDotDash = 4,
-    OutlineWideline = 8
+    OutlineWideline = 8  ///< strokes with the wideline object, see GetWideline
 };
 
-/// What a contour is stroked with. A value; copies are deep.
+/// What a contour is stroked with.
+///
+/// A value: no copy sees what is written to another. Copying, moving and SetToNoOutline cannot fail; a setter
+/// that runs out of memory changes nothing. Rare attributes stand outside the record and take memory only
+/// when they are not the default. A record is used by one thread at a time; const use is safe from several.
 class FOM_API CGE_OUTLINE {
 public:
     std::uint16_t type = OutlineNone;
@@ -46,21 +50,44 @@ public:
     CLR_SCREENSPEC screen;
     std::uint32_t overprint = 0;
     CGE_DOTDASHSPEC dotDash;
-    HMEM leftArrow = nullptr;   ///< arrowhead of the start; not owned
-    HMEM rightArrow = nullptr;  ///< arrowhead of the end; not owned
-    std::uint32_t dotLength = 0;
-    VyrUtils::Guid guid;  ///< never takes part in comparison
+    HMEM leftArrow = nullptr;     ///< arrowhead of the start; not owned
+    HMEM rightArrow = nullptr;    ///< arrowhead of the end; not owned
+    std::uint32_t dotLength = 0;  ///< document units
+    VyrUtils::Guid guid;          ///< never takes part in comparison
 
     /// Kind 1, everything else as a default-constructed record; the GUID stays.
     void SetToNoOutline() noexcept;
+    /// Kind 8 with a copy of `wideline`; the higher bits of the type and everything else stay.
+    void SetToWideline(const CGE_WIDELINE& wideline);
+
+    /// The smallest angle between two segments that still gives a pointed miter, millionths of a degree.
     std::int32_t GetMiterLimit() const noexcept { return m_miterLimit; }
     void SetMiterLimit(std::int32_t limit) noexcept { m_miterLimit = limit; }
+    CGE_DASH_ADJUST GetDashAdjust() const noexcept { return m_dashAdjust; }
+    void SetDashAdjust(CGE_DASH_ADJUST adjust) noexcept { m_dashAdjust = adjust; }
+
+    /// References and pointers that the getters below return are good until the record is next written to.
+
+    /// The pattern object, whatever the kind; null for none. To change it, set a changed copy.
+    const CGE_WIDELINE* GetWideline() const noexcept;
+    /// Takes the object, or null for none; the type stays.
+    void SetWideline(std::unique_ptr<CGE_WIDELINE> wideline);
+    /// The profile of a stroke of variable width.
+    const CGE_VARIABLEATTRIB& GetVariableAttribute() const noexcept;
+    void SetVariableAttribute(CGE_VARIABLEATTRIB attribute);
+    const CGE_ARROWATTRIB& GetLeftArrowAttributes() const noexcept;
+    void SetLeftArrowAttributes(const CGE_ARROWATTRIB& attributes);
+    const CGE_ARROWATTRIB& GetRightArrowAttributes() const noexcept;
+    void SetRightArrowAttributes(const CGE_ARROWATTRIB& attributes);
+    /// Maps the plane in which the stroke is drawn to the page.
+    const MATRIX& GetProjectMatrix() const noexcept;
+    void SetProjectMatrix(const MATRIX& matrix);
 
     /// A total exact order over every field but the GUID: whole numbers by value; doubles and the screen by
     /// their bytes; the colour as WClrConvert::CompareColors, then its identity block; arrowheads by the
-    /// size, then the bytes of their blocks, none first; of the dash pattern the elements that count.
-    /// Negative, 0 or positive. With `skipColorBytes` the identity block counts only where CompareColors
-    /// reads it (named palettes).
+    /// size, then the bytes of their blocks, none first; of the dash pattern the elements that count; the
+    /// wideline object, none first, as CGE_WIDELINE::Compare. Negative, 0 or positive. With `skipColorBytes`
+    /// the identity block counts only where CompareColors reads it (named palettes).
     static int CompareTo(const CGE_OUTLINE& a, const CGE_OUTLINE& b, bool skipColorBytes) noexcept;
     /// Reads what CompareTo(…, false) reads.
     void HashInto(host::Hasher& hasher) const noexcept;
@@ -69,4 +96,10 @@ private:
     friend struct host::detail::Fields<CGE_OUTLINE>;
 
     std::int32_t m_miterLimit = 0;
+    CGE_DASH_ADJUST m_dashAdjust = DashAdjustNone;
+    host::SharedRecord<host::detail::OutlineExtras> m_extras;
 };
+// Most of what a plain pooled outline costs.
+static_assert(sizeof(CGE_OUTLINE) <= 240);
+static_assert(std::is_nothrow_copy_constructible_v<CGE_OUTLINE> &&
+              std::is_nothrow_copy_assignable_v<CGE_OUTLINE>);

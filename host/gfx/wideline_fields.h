@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/gfx/des9_wideline.h"
+
+#include "gfx/field_fold.h"
+
+namespace host::detail {
+
+template <>
+struct Fields<CGE_DES9_CYCLICAL_LINE> {
+    template <class V>
+    static constexpr void Visit(V&& visit) {
+        using R = CGE_DES9_CYCLICAL_LINE;
+        visit(1u, &R::width);
+        visit(2u, &R::lineDivision);
+        visit(3u, &R::m_stylePoints);
+        visit(4u, &R::m_hasFigures);
+        visit(5u, &R::m_figurePoints);
+    }
+};
+
+template <>
+struct Fields<CGE_DES9_WIDELINE_STYLE> {
+    template <class V>
+    static constexpr void Visit(V&& visit) {
+        using R = CGE_DES9_WIDELINE_STYLE;
+        visit(1u, &R::hollow);
+        visit(2u, &R::bar);
+        visit(3u, &R::lengths);
+    }
+};
+
+template <>
+struct Fields<CGE_DES9_WIDELINE_ENTRY> {
+    template <class V>
+    static constexpr void Visit(V&& visit) {
+        using R = CGE_DES9_WIDELINE_ENTRY;
+        visit(1u, &R::start);
+        visit(2u, &R::height);
+        visit(3u, &R::divide);
+        visit(4u, &R::cap);
+        visit(5u, &R::join);
+        visit(6u, &R::m_cyclical);
+        visit(7u, &R::m_style);
+    }
+};
+
+template <>
+struct Fields<CGE_DES9_WIDELINE> {
+    template <class V>
+    static constexpr void Visit(V&& visit) {
+        using R = CGE_DES9_WIDELINE;
+        visit(1u, &R::threadWidth);
+        visit(2u, &R::divisions);
+        visit(3u, &R::entries);
+    }
+};
+
+}  // namespace host::detail
