@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+#include "svg/bounds.h"
+
+namespace svg {
+
+/// Adds the outline of path data to `bounds`. Answers false when the data is malformed; what stands before
+/// the mistake is added, as it is what is drawn.
+bool AddPathData(std::string_view data, Bounds& bounds);
+
+/// Adds a list of points; false when it is malformed.
+bool AddPoints(std::string_view points, Bounds& bounds);
+
+}  // namespace svg

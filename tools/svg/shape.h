@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "host/xml/xml_document.h"
+
+#include "svg/bounds.h"
+#include "svg/matrix.h"
+#include "svg/paint.h"
+#include "svg/style.h"
+#include "svg/tags.h"
+#include "svg/viewport.h"
+
+namespace svg {
+
+/// One painted shape as it is drawn. Lives while it is visited; what it points to belongs to the document.
+struct Shape {
+    Tag tag = Tag::Unknown;
+    /// Local name of the element ("path"), and its id, which may be empty.
+    std::string_view element;
+    std::string_view id;
+
+    /// From the shape's own coordinates to those inside the outermost svg element.
+    Matrix transform;
+
+    /// What fills the shape. A line has no interior, so that its fill is none whatever its style says.
+    Paint fill;
+    FillRule fillRule = FillRule::NonZero;
+    /// Opacity of the fill, from 0 to 1; colours have an alpha of their own beside it.
+    double fillOpacity = 1;
+    /// Product of the "opacity" of the shape and of everything it stands in.
+    double layerOpacity = 1;
+
+    /// Whether it is drawn through a "use" rather than where it stands.
+    bool isInstance = false;
+
+    /// The whole computed style.
+    const Style* style = nullptr;
+    Viewport viewport;
+
+    /// The box of the geometry in the shape's own coordinates, stroke not included. Read from the geometry
+    /// when asked for. Nothing for text and for geometry that is not finite.
+    std::optional<Rect> Bounds() const;
+
+    /// Where the element starts in the text of the document: its byte and its line, counted from 1.
+    std::size_t Offset() const { return node.Offset(); }
+    std::uint32_t Line() const { return xml->LineOf(node.Offset()); }
+
+    const host::XmlDocument* xml = nullptr;
+    host::XmlNode node;
+};
+
+/// Whether a shape of that kind has geometry to draw; `data` is the "d" or "points" attribute.
+bool HasGeometry(Tag tag, host::XmlNode node, host::XmlAttribute data, const Style& style,
+                 const Viewport& viewport);
+
+}  // namespace svg
