@@ -1,0 +1,134 @@
+#pragma once
+
+#include <cassert>
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+
+#include "host/stream/file_stream.h"
+
+#include "pool/intern_pool_base.h"
+#include "pool/pending_duplicates.h"
+
+namespace VyrFOM {
+
+/// What a pool asks of its entries. A specialisation has
+///   static void Prepare(Entry&)                         all that is computed before the pool is looked at
+///   static std::uint64_t Hash(const Entry&)
+///   static bool AreEqual(const Entry&, const Entry&)    Compare(…, false) == 0; equal entries have equal
+///   hashes static int Compare(const Entry&, const Entry&)      the order static void GiveGuid(Entry&) a GUID
+///   for a record that has none
+template <class Entry>
+struct InternTraits;
+
+/// A pool in which equal entries are stored once; it owns its entries. Safe for concurrent use.
+template <class Entry>
+class InternPool final : public InternPoolBase {
+    using Traits = InternTraits<Entry>;
+    using Pending = PendingDuplicates<Entry>;
+
+public:
+    /// The lock protects the pool and outlives it. `owner` comes back from GetOwner.
+    InternPool(const ThreadLock& lock, void* owner) noexcept : InternPoolBase(lock, &CompareNodes, owner) {}
+    /// Deletes the entries, whatever their counts.
+    ~InternPool() {
+        for (InternNode* node : Entries())
+            delete static_cast<Entry*>(node);
+    }
+
+    const Entry* AddOrGetDuplicate(Entry* entry, AbstractFileStream* stream) {
+        if (!entry) return nullptr;
+        if (PoolOf(*entry)) return HoldAgain(*entry);
+        Traits::Prepare(*entry);
+        const std::uint64_t hash = Traits::Hash(*entry);
+        const auto isEqual = [entry](const InternNode& node) {
+            return Traits::AreEqual(static_cast<const Entry&>(node), *entry);
+        };
+        InternNode* pooled = FindAndHold(hash, isEqual);
+        if (!pooled) {
+            Traits::GiveGuid(*entry);
+            pooled = InsertOrHold(*entry, hash, isEqual, [entry] { Pending::Instance().Unpark(*entry); });
+        }
+        if (pooled != entry) DisposeOf(*entry, stream, *static_cast<Entry*>(pooled));
+        return static_cast<const Entry*>(pooled);
+    }
+
+    /// For a value that is not an entry yet: the pooled entry that `isEqual(const Entry&)` accepts, with one
+    /// more reference; null when there is none.
+    template <class IsEqual>
+    const Entry* Find(std::uint64_t hash, IsEqual&& isEqual) const {
+        return static_cast<const Entry*>(FindAndHold(
+            hash, [&isEqual](const InternNode& node) { return isEqual(static_cast<const Entry&>(node)); }));
+    }
+
+    bool RemoveInstance(const Entry* entry) {
+        if (!entry) return false;
+        const Drop drop = DropReference(Mutable(*entry));
+        if (drop == Drop::Removed) delete entry;  // outside the lock
+        return drop != Drop::NotHere;
+    }
+
+    Entry* ExtractInstanceForEditing(const Entry* entry) {
+        if (!entry) return nullptr;
+        Entry& node = Mutable(*entry);
+        std::unique_ptr<Entry> copy;
+        for (std::int32_t count = CountOf(node);;) {
+            if (count != 1) {
+                // Copied while the reference is still the caller's: without it the entry may go at any time.
+                // When the others let go meanwhile, the caller has become the only holder, and the copy is
+                // not needed.
+                if (!copy) copy = std::make_unique<Entry>(*entry);
+                if (TryDrop(node, count)) return copy.release();
+                continue;
+            }
+            const Drop drop = DropLast(node);
+            if (drop == Drop::Removed) return &node;
+            if (drop == Drop::NotHere) return nullptr;
+            count = CountOf(node);
+        }
+    }
+
+    /// Calls `visit(const Entry*)` in order until it returns false.
+    template <class VisitEntry>
+    void Enumerate(VisitEntry&& visit) const {
+        using Callable = std::remove_reference_t<VisitEntry>;
+        Visit(
+            [](void* context, const InternNode& node) -> bool {
+                return (*static_cast<Callable*>(context))(static_cast<const Entry*>(&node));
+            },
+            const_cast<void*>(static_cast<const void*>(std::addressof(visit))));
+    }
+
+private:
+    // Callers hold pooled entries as const: the content is, the count of holders is not.
+    static Entry& Mutable(const Entry& entry) noexcept { return const_cast<Entry&>(entry); }
+    static int CompareNodes(const InternNode& a, const InternNode& b) {
+        return Traits::Compare(static_cast<const Entry&>(a), static_cast<const Entry&>(b));
+    }
+
+    /// The caller hands in what is pooled already, and holds: one reference more.
+    const Entry* HoldAgain(Entry& entry) {
+        if (PoolOf(entry) != this) {
+            assert(false && "the entry is in another pool");
+            throw std::logic_error("the entry is in another pool");
+        }
+        entry.AddReference(1);
+        return &entry;
+    }
+
+    void DisposeOf(Entry& loser, AbstractFileStream* stream, Entry& pooled) {
+        if (!stream) {
+            if (!IsParked(loser)) delete &loser;  // a parked one is the table's, and may still be pointed at
+            return;
+        }
+        try {
+            Traits::GiveGuid(loser);
+            Pending::Instance().Park(loser, *stream);
+        } catch (...) {
+            RemoveInstance(&pooled);
+            throw;
+        }
+    }
+};
+
+}  // namespace VyrFOM

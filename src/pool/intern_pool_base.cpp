@@ -1,0 +1,129 @@
+#include "pool/intern_pool_base.h"
+
+#include <cassert>
+#include <stdexcept>
+
+namespace VyrFOM {
+
+/// A visit that runs on this thread, in the list of all that do.
+struct InternPoolBase::Visitor {
+    explicit Visitor(const InternPoolBase& visited) noexcept : pool(visited), outer(t_innermost) {
+        t_innermost = this;
+        pool.m_visits.fetch_add(1, std::memory_order_relaxed);
+    }
+    ~Visitor() {
+        pool.m_visits.fetch_sub(1, std::memory_order_relaxed);
+        t_innermost = outer;
+    }
+    Visitor(const Visitor&) = delete;
+    Visitor& operator=(const Visitor&) = delete;
+
+    const InternPoolBase& pool;
+    const Visitor* const outer;
+    static constinit thread_local const Visitor* t_innermost;
+};
+
+constinit thread_local const InternPoolBase::Visitor* InternPoolBase::Visitor::t_innermost = nullptr;
+
+namespace {
+
+constexpr std::size_t kKeptCapacity = 64;
+
+}  // namespace
+
+bool InternPoolBase::IsThisThreadVisiting() const noexcept {
+    for (const Visitor* visitor = Visitor::t_innermost; visitor; visitor = visitor->outer)
+        if (&visitor->pool == this) return true;
+    return false;
+}
+
+void InternPoolBase::RefuseWhileVisited() const {
+    if (!IsVisitedHere()) return;
+    assert(false && "the pool must not change while it is enumerated");
+    throw std::logic_error("the pool must not change while it is enumerated");
+}
+
+// Everything that can fail comes first: with the room made, nothing after it does.
+void InternPoolBase::Link(InternNode& node, std::uint64_t hash) {
+    m_index.ReserveOne();
+    m_order.ReserveOne();
+
+    node.m_hash = hash;
+    m_index.Insert(hash, node);
+    m_order.Append(node);
+    node.m_pool.store(this, std::memory_order_release);
+    node.m_count.fetch_add(1, std::memory_order_relaxed);
+    m_count.store(m_index.GetUsed(), std::memory_order_relaxed);
+}
+
+void InternPoolBase::Unlink(InternNode& node) noexcept {
+    m_index.Erase(node.m_hash, node);
+    m_order.Remove(node);
+    node.m_pool.store(nullptr, std::memory_order_relaxed);
+    m_count.store(m_index.GetUsed(), std::memory_order_relaxed);
+    if (m_index.GetUsed() == 0) FreeUnusedMemory();
+}
+
+// An empty pool costs nothing; a small one keeps its memory, since an edit takes its only entry out and puts
+// it back.
+void InternPoolBase::FreeUnusedMemory() noexcept {
+    if (m_index.GetCapacity() <= kKeptCapacity) return;
+    m_index.Clear();
+    m_order.Clear();
+}
+
+// From 1 to 0 under the exclusive lock only. Until the lock is there, others may find the entry and take it,
+// hence the second look at the count: then it lives on, and the caller is no longer the last. With the lock,
+// nobody is inside a lookup and nobody else holds the entry, so nobody can raise the count again: an entry
+// with count 0 is never found, never freed while it is held, and never stands beside an equal newcomer.
+InternPoolBase::Drop InternPoolBase::DropLast(InternNode& node) {
+    if (IsVisitedHere()) {
+        assert(false && "the pool must not change while it is enumerated");
+        return Drop::NotHere;
+    }
+    const WriteLock exclusive(m_lock);
+    std::int32_t last = 1;
+    if (!node.m_count.compare_exchange_strong(last, 0, std::memory_order_acq_rel, std::memory_order_relaxed))
+        return Drop::StillHeld;
+    if (node.m_pool.load(std::memory_order_relaxed) != this) return Drop::NotHere;
+    Unlink(node);
+    return Drop::Removed;
+}
+
+void InternPoolBase::SortTail() const {
+    {
+        const ReadLock shared(m_lock);
+        if (m_order.IsSorted()) return;
+    }
+    const WriteLock exclusive(m_lock);
+    m_order.Sort(m_compare);
+}
+
+// Sorting needs the exclusive lock and visiting the shared one, and there is no way from the one to the other
+// without a gap, in which other threads may put entries in. They are few: the visit then sorts a private list
+// of that new tail and merges as it goes, instead of trying for the lock again and again.
+void InternPoolBase::Visit(VisitNode visit, void* context) const {
+    if (IsVisitedHere()) {
+        Walk(visit, context);  // a visit inside a visit: the shared lock is held, and is not recursive
+        return;
+    }
+    SortTail();
+    const ReadLock shared(m_lock);
+    const Visitor visitor(*this);
+    Walk(visit, context);
+}
+
+void InternPoolBase::Walk(VisitNode visit, void* context) const {
+    const std::vector<InternNode*> tail = m_order.SortedTail(m_compare);
+    auto late = tail.begin();
+    for (auto at = m_order.SortedBegin(); at != m_order.SortedEnd(); ++at) {
+        if (!*at) continue;
+        for (; late != tail.end() && m_compare(**late, **at) < 0; ++late)
+            if (!visit(context, **late)) return;
+        if (!visit(context, **at)) return;
+    }
+    for (; late != tail.end(); ++late)
+        if (!visit(context, **late)) return;
+}
+
+}  // namespace VyrFOM
