@@ -45,40 +45,41 @@ unsigned ThisThreadsSlot() noexcept {
 /// threads share nothing that either writes. The platform's lock keeps one count for all: with two threads
 /// that hit a pool all the time it does less in total than one thread alone.
 ///
-/// Why nobody is inside together with a writer. A reader first raises its slot and then looks at m_writing; a
-/// writer first sets m_writing and then looks at the slots. All four are sequentially consistent, so in their
+/// Why nobody is inside together with a writer. A reader first raises its slot and then looks at m_owner; a
+/// writer first takes m_owner and then looks at the slots. All four are sequentially consistent, so in their
 /// single order at least one of the two comes second and sees the other: the reader steps back, or the writer
 /// waits for the slot.
 ///
-/// Why no wake-up is lost. The same argument for leaving: a reader lowers its slot and then looks at
-/// m_writing. Either it sees the writer and notifies under m_drain, which the writer holds from its test of
-/// the slots until it sleeps, or the writer's flag came later and its test sees the lowered slot.
+/// Why no wake-up is lost. The same argument for leaving: a reader lowers its slot and then looks at m_owner.
+/// Either it sees the writer and notifies under m_sleep, which the writer holds from its test of the slots
+/// until it sleeps, or the writer came later and its test sees the lowered slot. Who waits for m_owner holds
+/// m_sleep from the exchange that leaves Wanted there until it sleeps; whoever frees m_owner then finds
+/// Wanted and notifies under m_sleep.
 class NativeLock {
 public:
     void LockRead() noexcept {
         std::atomic<unsigned>& readers = Readers();
         readers.fetch_add(1);
-        if (m_writing.value.load()) [[unlikely]]
+        if (m_owner.value.load() != Free) [[unlikely]]
             LockReadAfterWriter(readers);
     }
 
     void UnlockRead() noexcept { Leave(Readers()); }
 
     void LockWrite() noexcept {
-        m_writers.lock();
-        m_writing.value.store(true);
-        for (int spin = 0; spin < 200; ++spin)
+        TakeOwnership();
+        for (int spin = 0; spin < kSpins; ++spin)
             if (IsDrained()) return;
-        std::unique_lock drain(m_drain);
-        m_drained.wait(drain, [this] { return IsDrained(); });
+        std::unique_lock sleep(m_sleep);
+        m_drained.wait(sleep, [this] { return IsDrained(); });
     }
 
-    void UnlockWrite() noexcept {
-        m_writing.value.store(false);
-        m_writers.unlock();
-    }
+    void UnlockWrite() noexcept { GiveUpOwnership(); }
 
 private:
+    enum Owner : unsigned { Free, Owned, Wanted };  // Wanted: owned, and someone sleeps until it is free
+    static constexpr int kSpins = 200;
+
     template <class T>
     struct alignas(64) Line {
         std::atomic<T> value{};
@@ -88,17 +89,34 @@ private:
 
     void Leave(std::atomic<unsigned>& readers) noexcept {
         readers.fetch_sub(1);
-        if (m_writing.value.load()) [[unlikely]] {
-            std::lock_guard drain(m_drain);
+        if (m_owner.value.load() != Free) [[unlikely]] {
+            std::lock_guard sleep(m_sleep);
             m_drained.notify_one();
         }
     }
 
-    // Whoever holds m_writers knows that no writer is inside and that none can come.
+    void TakeOwnership() noexcept {
+        for (int spin = 0; spin < kSpins; ++spin) {
+            unsigned free = Free;
+            if (m_owner.value.compare_exchange_weak(free, Owned)) return;
+        }
+        std::unique_lock sleep(m_sleep);
+        while (m_owner.value.exchange(Wanted) != Free)
+            m_freed.wait(sleep);
+    }
+
+    void GiveUpOwnership() noexcept {
+        if (m_owner.value.exchange(Free) != Wanted) return;
+        std::lock_guard sleep(m_sleep);
+        m_freed.notify_all();
+    }
+
+    // Whoever owns the lock knows that no writer is inside and that none can come.
     void LockReadAfterWriter(std::atomic<unsigned>& readers) noexcept {
         Leave(readers);
-        std::lock_guard writers(m_writers);
+        TakeOwnership();
         readers.fetch_add(1);
+        GiveUpOwnership();
     }
 
     bool IsDrained() const noexcept {
@@ -107,10 +125,10 @@ private:
         return true;
     }
 
-    Line<bool> m_writing;
+    Line<unsigned> m_owner;
     std::array<Line<unsigned>, kSlots> m_readers;
-    std::mutex m_writers;  // held by the writer while it waits and while it is inside
-    std::mutex m_drain;
+    std::mutex m_sleep;
+    std::condition_variable m_freed;    // for who waits for m_owner
     std::condition_variable m_drained;  // for the one writer that waits for the slots
 };
 

@@ -177,7 +177,7 @@ private:
 
     Hasher& m_hasher;
     std::size_t m_used = 0;
-    unsigned char m_gathered[256];
+    unsigned char m_gathered[256] = {};
 };
 
 }  // namespace host::detail

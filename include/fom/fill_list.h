@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 
 #include "host/base/delegate.h"
 #include "host/base/export.h"
@@ -35,6 +36,9 @@ public:
     /// entry that is not in this pool and whose last reference this was (it stays alive, the caller's).
     /// Whatever the pool, an entry whose count is not 1 is counted down, and that is all.
     bool RemoveInstance(const WRefCountFill* entry);
+    /// RemoveInstance of each, several times faster for many: one lock serves up to 64, and their loads from
+    /// memory overlap. Null is skipped. Returns how many RemoveInstance would have answered true for.
+    std::size_t RemoveInstances(std::span<const WRefCountFill* const> entries);
     /// Gives up the caller's reference for a private entry that the caller owns, with count 0: the entry
     /// itself, taken out of the pool, when the caller was its only holder, otherwise a copy. Null for null
     /// and for an entry that is not in this pool and whose last reference this was. Throws bad_alloc, with

@@ -39,6 +39,7 @@ private:
     std::uint64_t m_hash = 0;
     std::atomic<InternPoolBase*> m_pool{nullptr};  // null while the entry is in no pool
     bool m_parked = false;                         // waits for the end of a load in a table of duplicates
+    bool m_givenOut = false;                       // was taken out of a pool
 };
 
 }  // namespace VyrFOM

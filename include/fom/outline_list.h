@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 
 #include "host/base/delegate.h"
 #include "host/base/export.h"
@@ -47,6 +48,7 @@ public:
 
     const WRefCountOutline* AddOrGetDuplicate(WRefCountOutline* outline, AbstractFileStream* stream);
     bool RemoveInstance(const WRefCountOutline* entry);
+    std::size_t RemoveInstances(std::span<const WRefCountOutline* const> entries);
     WRefCountOutline* ExtractInstanceForEditing(const WRefCountOutline* entry);
     void Enumerate(Delegate<bool(const WRefCountOutline*)> visit) const;
     void Enumerate(Delegate<bool(const WRefCountOutline*, void*)> visit, void* user) const;

@@ -120,7 +120,8 @@ public:
     void CreateDefaultPostscriptFill();
     /// Null for either: the default colour or screen.
     void CreateSolidFill(const CLR_COLORSPEC* color, const CLR_SCREENSPEC* screen);
-    /// False, with the record as it was, for a null colour or a type that is not a fountain's.
+    /// A linear one runs across the object, the others lie in its middle and reach its edges. False, with the
+    /// record as it was, for a null colour or a type that is not a fountain's.
     bool CreateGradientFill(ClrFountainFillType type, const CLR_COLORSPEC* from, const CLR_COLORSPEC* to,
                             unsigned steps);
     void SetToNoFill() { CreateDefaultNoFill(); }

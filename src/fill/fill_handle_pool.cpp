@@ -53,13 +53,14 @@ void WFillHandle::PutBack(const std::shared_ptr<WRCFillList>& pool,
 
 void WFillHandle::Hold(const WRefCountFill* entry, const std::shared_ptr<WRCFillList>& pool) noexcept {
     m_entry = entry;
-    m_holder = pool;
+    if (m_holder.owner_before(pool) || pool.owner_before(m_holder)) m_holder = pool;
     m_pooled = true;
 }
 
+/// m_holder stays, since most often the next entry comes from the same pool; without m_pooled it says
+/// nothing.
 void WFillHandle::Forget() noexcept {
     m_entry = nullptr;
-    m_holder.reset();
     m_pooled = false;
     m_own.reset();
 }
@@ -95,7 +96,7 @@ void WFillHandle::Copy(const WFillHandle& other) {
         return Copy(copy);
     }
     // Locked while the count is raised, so that the entry cannot die in between.
-    const std::shared_ptr<WRCFillList> holder = other.m_holder.lock();
+    const std::shared_ptr<WRCFillList> holder = other.m_pooled ? other.m_holder.lock() : nullptr;
     const bool isGone = other.m_pooled && !holder;
     const WRefCountFill* entry = isGone ? nullptr : other.m_entry;
     if (holder) AddHolder(entry);
@@ -119,7 +120,7 @@ std::shared_ptr<WRCFillList> WFillHandle::MoveToOtherFillList(std::shared_ptr<WR
     std::shared_ptr<WRCFillList> told = m_pool.lock();
     const std::shared_ptr<WRCFillList> target = pool ? pool : GetActiveFillList();
     if (!target) return told;
-    const std::shared_ptr<WRCFillList> holder = m_holder.lock();
+    const std::shared_ptr<WRCFillList> holder = m_pooled ? m_holder.lock() : nullptr;
     std::unique_ptr<WRefCountFill> own = holder && IsOnlyHolderIn(holder) ? TakeOut(*holder) : nullptr;
     std::unique_ptr<WRefCountFill> entry = own ? std::move(own) : MakePrivateCopy();
     const WRefCountFill* pooled = nullptr;

@@ -72,6 +72,10 @@ bool WRCFillList::RemoveInstance(const WRefCountFill* entry) {
     return m_impl->pool.RemoveInstance(entry);
 }
 
+std::size_t WRCFillList::RemoveInstances(std::span<const WRefCountFill* const> entries) {
+    return m_impl->pool.RemoveInstances(entries);
+}
+
 WRefCountFill* WRCFillList::ExtractInstanceForEditing(const WRefCountFill* entry) {
     return m_impl->pool.ExtractInstanceForEditing(entry);
 }

@@ -35,6 +35,10 @@ public:
     void Insert(std::uint64_t hash, InternNode& node) noexcept;
     /// Requires that the entry is there under that hash.
     void Erase(std::uint64_t hash, const InternNode& node) noexcept;
+    /// Starts loading the slot of that hash.
+    void Prefetch(std::uint64_t hash) const noexcept {
+        if (m_used != 0) __builtin_prefetch(&m_slots[Home(hash)], 1);
+    }
     /// Empties it and frees its memory.
     void Clear() noexcept;
     std::size_t GetUsed() const noexcept { return m_used; }

@@ -65,8 +65,10 @@ void InternOrder::CloseHoles() noexcept {
 
 std::vector<InternNode*> InternOrder::SortedTail(Compare compare) const {
     std::vector<InternNode*> tail(m_nodes.begin() + static_cast<std::ptrdiff_t>(m_sorted), m_nodes.end());
-    std::sort(tail.begin(), tail.end(),
-              [compare](const InternNode* a, const InternNode* b) { return compare(*a, *b) < 0; });
+    // Stable: it stays within its range also when entries with extreme overprint words, whose difference
+    // wraps, make the order run in a circle.
+    std::stable_sort(tail.begin(), tail.end(),
+                     [compare](const InternNode* a, const InternNode* b) { return compare(*a, *b) < 0; });
     return tail;
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cassert>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <stdexcept>
 
 #include "host/stream/file_stream.h"
@@ -12,12 +15,12 @@
 
 namespace VyrFOM {
 
-/// What a pool asks of its entries. A specialisation has
-///   static void Prepare(Entry&)                         all that is computed before the pool is looked at
-///   static std::uint64_t Hash(const Entry&)
-///   static bool AreEqual(const Entry&, const Entry&)    Compare(…, false) == 0; equal entries have equal
-///   hashes static int Compare(const Entry&, const Entry&)      the order static void GiveGuid(Entry&) a GUID
-///   for a record that has none
+/// What a pool asks of its entries, by a specialisation:
+/// - `void Prepare(Entry&)` does all that can be done before the pool is looked at;
+/// - `std::uint64_t Hash(const Entry&)`;
+/// - `bool AreEqual(const Entry&, const Entry&)`: equal entries have equal hashes;
+/// - `int Compare(const Entry&, const Entry&)`: the order, 0 for equal entries;
+/// - `void GiveGuid(Entry&)` gives a record that has none a GUID.
 template <class Entry>
 struct InternTraits;
 
@@ -44,7 +47,9 @@ public:
         const auto isEqual = [entry](const InternNode& node) {
             return Traits::AreEqual(static_cast<const Entry&>(node), *entry);
         };
-        InternNode* pooled = FindAndHold(hash, isEqual);
+        // What was taken out to be edited has rarely become equal to another entry: one look under the
+        // exclusive lock does.
+        InternNode* pooled = WasGivenOut(*entry) ? nullptr : FindAndHold(hash, isEqual);
         if (!pooled) {
             Traits::GiveGuid(*entry);
             pooled = InsertOrHold(*entry, hash, isEqual, [entry] { Pending::Instance().Unpark(*entry); });
@@ -66,6 +71,14 @@ public:
         const Drop drop = DropReference(Mutable(*entry));
         if (drop == Drop::Removed) delete entry;  // outside the lock
         return drop != Drop::NotHere;
+    }
+
+    /// RemoveInstance of each, with one lock for many; how many it would have answered true for.
+    std::size_t RemoveInstances(std::span<const Entry* const> entries) {
+        std::size_t given = 0;
+        for (std::size_t from = 0; from < entries.size(); from += kBatch)
+            given += RemoveBatch(entries.subspan(from, std::min(kBatch, entries.size() - from)));
+        return given;
     }
 
     Entry* ExtractInstanceForEditing(const Entry* entry) {
@@ -100,6 +113,21 @@ public:
     }
 
 private:
+    std::size_t RemoveBatch(std::span<const Entry* const> entries) {
+        std::array<InternNode*, kBatch> nodes;
+        std::size_t count = 0;
+        for (const Entry* entry : entries)
+            if (entry) nodes[count++] = &Mutable(*entry);
+        std::array<Drop, kBatch> drops;
+        DropBatch(std::span(nodes).first(count), drops.data());
+        std::size_t given = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (drops[i] == Drop::Removed) delete static_cast<Entry*>(nodes[i]);  // outside the lock
+            given += drops[i] != Drop::NotHere;
+        }
+        return given;
+    }
+
     // Callers hold pooled entries as const: the content is, the count of holders is not.
     static Entry& Mutable(const Entry& entry) noexcept { return const_cast<Entry&>(entry); }
     static int CompareNodes(const InternNode& a, const InternNode& b) {

@@ -60,6 +60,7 @@ void InternPoolBase::Unlink(InternNode& node) noexcept {
     m_index.Erase(node.m_hash, node);
     m_order.Remove(node);
     node.m_pool.store(nullptr, std::memory_order_relaxed);
+    node.m_givenOut = true;
     m_count.store(m_index.GetUsed(), std::memory_order_relaxed);
     if (m_index.GetUsed() == 0) FreeUnusedMemory();
 }
@@ -82,12 +83,49 @@ InternPoolBase::Drop InternPoolBase::DropLast(InternNode& node) {
         return Drop::NotHere;
     }
     const WriteLock exclusive(m_lock);
-    std::int32_t last = 1;
-    if (!node.m_count.compare_exchange_strong(last, 0, std::memory_order_acq_rel, std::memory_order_relaxed))
-        return Drop::StillHeld;
+    return DropLastLocked(node);
+}
+
+InternPoolBase::Drop InternPoolBase::DropLastLocked(InternNode& node) noexcept {
+    if (CountOf(node) != 1) return Drop::StillHeld;
+    node.m_count.store(0, std::memory_order_relaxed);  // the one reference is the caller's: nobody races
     if (node.m_pool.load(std::memory_order_relaxed) != this) return Drop::NotHere;
     Unlink(node);
     return Drop::Removed;
+}
+
+void InternPoolBase::Prefetch(const InternNode& node) const noexcept {
+    if (node.m_pool.load(std::memory_order_relaxed) != this) return;
+    m_index.Prefetch(node.m_hash);
+    m_order.Prefetch(node);
+}
+
+// Every entry of a large pool and its slots are somewhere out of the caches: their loads are started some
+// entries ahead, the entry first and then what it leads to, so that they overlap.
+void InternPoolBase::DropBatch(std::span<InternNode* const> nodes, Drop* drops) {
+    if (IsVisitedHere()) {
+        assert(false && "the pool must not change while it is enumerated");
+        std::fill_n(drops, nodes.size(), Drop::NotHere);
+        return;
+    }
+    constexpr std::size_t kAhead = 8;
+    for (std::size_t i = 0; i < std::min(2 * kAhead, nodes.size()); ++i)
+        __builtin_prefetch(nodes[i], 1);
+    const WriteLock exclusive(m_lock);
+    for (std::size_t i = 0; i < std::min(kAhead, nodes.size()); ++i)
+        Prefetch(*nodes[i]);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (i + 2 * kAhead < nodes.size()) __builtin_prefetch(nodes[i + 2 * kAhead], 1);
+        if (i + kAhead < nodes.size()) Prefetch(*nodes[i + kAhead]);
+        do {
+            std::int32_t count = CountOf(*nodes[i]);
+            drops[i] = Drop::StillHeld;
+            while (count != 1 && !TryDrop(*nodes[i], count)) {
+            }
+            if (count != 1) break;
+            drops[i] = DropLastLocked(*nodes[i]);
+        } while (drops[i] == Drop::StillHeld);
+    }
 }
 
 void InternPoolBase::SortTail() const {

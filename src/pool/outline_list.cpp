@@ -38,6 +38,10 @@ bool WRCOutlineList::RemoveInstance(const WRefCountOutline* entry) {
     return m_impl->pool.RemoveInstance(entry);
 }
 
+std::size_t WRCOutlineList::RemoveInstances(std::span<const WRefCountOutline* const> entries) {
+    return m_impl->pool.RemoveInstances(entries);
+}
+
 WRefCountOutline* WRCOutlineList::ExtractInstanceForEditing(const WRefCountOutline* entry) {
     return m_impl->pool.ExtractInstanceForEditing(entry);
 }

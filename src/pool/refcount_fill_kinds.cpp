@@ -15,6 +15,9 @@ CGE_FILL MakeRecord(CgeFillType kind, SetDefaults setDefaults) {
     return record;
 }
 
+// Puts the unit circle or square into the middle of the object's box.
+constexpr MATRIX kInscribed{0.5, 0, 0, 0.5, 0.5, 0.5};
+
 bool IsFountainType(ClrFountainFillType type) noexcept {
     return type >= FountainLinear && type <= FountainSquare;
 }
@@ -91,6 +94,7 @@ bool WRefCountFill::CreateGradientFill(ClrFountainFillType type, const CLR_COLOR
         CGE_FOUNTAINFILL& fountain = record.EditFountain();
         FILLSetDefaultCGEFountain(&fountain, nullptr);
         fountain.SetFountainType(type);
+        if (type != FountainLinear) fountain.SetMatrix(kInscribed);
         fountain.SetColor(0, *from);
         fountain.SetColor(1, *to);
         fountain.SetNumSteps(ClampSteps(steps));

@@ -34,6 +34,17 @@ public:
         ASSERT_TRUE(m_list->RemoveInstance(entry));
         ASSERT_TRUE(isLast || entry->GetReference() == m_counts[entry]);
     }
+    /// Up to `many` at once, the same entry perhaps several times, and a null.
+    void RemoveMany(std::size_t many) {
+        std::vector<const Entry*> entries{nullptr};
+        while (!m_held.empty() && entries.size() <= many) {
+            entries.push_back(TakeHeld(m_held.size() / 2));
+            Forget(entries.back());
+        }
+        ASSERT_EQ(m_list->RemoveInstances(entries), entries.size() - 1);
+        for (const auto& [entry, count] : m_counts)
+            ASSERT_EQ(entry->GetReference(), count);
+    }
     /// Takes one out, and puts it back or throws it away.
     void Extract(std::size_t at, bool putBack) {
         const Entry* entry = TakeHeld(at);
@@ -96,6 +107,7 @@ TYPED_TEST(PoolModelTest, BehavesAsASetUnderRandomOperations) {
             else if (model.Held() != 0)
                 model.Extract(random() % model.Held(), dice % 2 == 0);
             if (step % 500 == 0) model.CheckOrder();
+            if (step % 1000 == 999) model.RemoveMany(step % 150);
             if (this->HasFatalFailure()) return;
         }
         while (phase % 4 == 3 && model.Held() != 0)

@@ -1,0 +1,108 @@
+#include "fom/import_report.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+#include "fom/grouped.h"
+
+namespace command {
+namespace {
+
+std::string Fixed(double number, const char* format) {
+    char text[64];
+    std::snprintf(text, sizeof text, format, number);
+    return text;
+}
+
+void AppendRow(std::string& out, const char* name, const std::string& value, const std::string& note = {}) {
+    char row[160];
+    std::snprintf(row, sizeof row, "%-20s %14s", name, value.c_str());
+    out.append(row);
+    if (!note.empty()) out.append("  ").append(note);
+    out += '\n';
+}
+
+std::string DescribeKinds(const ImportReport& report) {
+    std::string text;
+    for (const auto& [name, count] : report.kinds) {
+        if (!text.empty()) text += ", ";
+        text.append(Grouped(count)).append(" ").append(name);
+    }
+    return text;
+}
+
+void AppendOmissions(std::string& out, const ImportReport& report) {
+    if (report.omissions.empty()) return;
+    std::vector<std::pair<std::string, std::size_t>> rows(report.omissions.begin(), report.omissions.end());
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const auto& a, const auto& b) { return a.second > b.second; });
+    out += "\nnot carried over\n";
+    for (const auto& [name, count] : rows)
+        out.append("  ").append(name).append(": ").append(Grouped(count)) += '\n';
+}
+
+}  // namespace
+
+const char* FillKindName(CgeFillType kind) noexcept {
+    switch (kind) {
+        case FillNone:
+            return "none";
+        case FillUniform:
+            return "uniform";
+        case FillFountain:
+            return "fountain";
+        case FillPostScript:
+            return "PostScript";
+        case FillMonoBitmap:
+        case FillMonoBitmapAlt:
+            return "mono bitmap";
+        case FillColorBitmap:
+            return "colour bitmap";
+        case FillVector:
+            return "vector";
+        case FillTexture:
+            return "texture";
+        case FillHatch:
+            return "hatch";
+    }
+    return "unknown";
+}
+
+ImportReport MakeReport(const Importer& importer) {
+    ImportReport report;
+    const ImportTally& tally = importer.Tally();
+    report.shapes = importer.Document().ShapeCount();
+    importer.Document().Pool()->Enumerate([&report](const WRefCountFill* fill) {
+        ++report.distinctFills;
+        ++report.kinds[FillKindName(fill->GetFillType())];
+        return true;
+    });
+    report.paintTexts = tally.texts.Count();
+    report.paintColors = tally.texts.Colors();
+    report.paintReferences = tally.texts.References();
+    report.unusedDefinitions = tally.unusedDefinitions;
+    if (tally.fillBytes > 0 && report.distinctFills > 0)
+        report.bytesPerFill = double(tally.fillBytes) / double(report.distinctFills);
+    report.omissions.insert(tally.omissions.Counts().begin(), tally.omissions.Counts().end());
+    return report;
+}
+
+std::string ToText(const ImportReport& report) {
+    std::string out;
+    AppendRow(out, "files", Grouped(report.files),
+              report.failedFiles == 0 ? std::string() : Grouped(report.failedFiles) + " failed");
+    AppendRow(out, "shapes", Grouped(report.shapes));
+    AppendRow(out, "paint texts", Grouped(report.paintTexts),
+              Grouped(report.paintColors) + " colours, " + Grouped(report.paintReferences) + " references");
+    AppendRow(out, "distinct fills", Grouped(report.distinctFills), DescribeKinds(report));
+    AppendRow(out, "shapes per fill", Fixed(report.Sharing(), "%.2f"));
+    AppendRow(out, "unused definitions", Grouped(report.unusedDefinitions));
+    if (report.bytesPerFill) AppendRow(out, "heap bytes per fill", Fixed(*report.bytesPerFill, "%.0f"));
+    AppendRow(out, "seconds", Fixed(report.seconds, "%.2f"));
+    AppendOmissions(out, report);
+    return out;
+}
+
+}  // namespace command

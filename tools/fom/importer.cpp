@@ -1,0 +1,192 @@
+#include "fom/importer.h"
+
+#include <new>
+#include <optional>
+#include <utility>
+
+#include "fom/document_units.h"
+#include "fom/gradient_mapping.h"
+#include "fom/path_text.h"
+#include "fom/pattern_mapping.h"
+
+#include "svg/document.h"
+
+namespace command {
+
+/// One drawing while it is read; what it adds stays only when it is kept.
+class Importer::Drawing {
+public:
+    explicit Drawing(Importer& importer) : m_importer(importer), m_before(importer.m_document.ShapeCount()) {}
+    ~Drawing() {
+        if (!m_kept) m_importer.m_document.DropShapesAfter(m_before);
+    }
+    Drawing(const Drawing&) = delete;
+    Drawing& operator=(const Drawing&) = delete;
+
+    bool Read(const std::filesystem::path& path, host::Error& error);
+
+private:
+    void Add(const svg::Shape& shape);
+    void Count(const svg::Shape& shape);
+    void AddSolid(const svg::Color& color);
+    void AddGradient(const svg::Shape& shape);
+    void AddPattern(const svg::Shape& shape);
+    const WFillHandle* FindPattern(const svg::Shape& shape);
+    const PooledPattern* PoolPattern(const svg::Shape& shape, const std::optional<svg::Rect>& box,
+                                     std::string key);
+    void Keep(const svg::Omissions& omissions);
+
+    /// Calls `make`, which makes a fill, and adds the heap that it took to what fills take.
+    template <class Make>
+    auto Measure(Make&& make);
+
+    Importer& m_importer;
+    const std::size_t m_before;
+    svg::Document m_svg;
+    ImportTally m_tally;
+    // Gradients and patterns belong to the drawing: their addresses tell them apart.
+    std::unordered_map<const void*, WFillHandle> m_servers;
+    PatternMap m_patterns;
+    std::optional<host::Error> m_fault;
+    bool m_kept = false;
+};
+
+template <class Make>
+auto Importer::Drawing::Measure(Make&& make) {
+    const HeapGauge gauge = m_importer.m_gauge;
+    const std::int64_t before = gauge ? gauge() : 0;
+    auto result = make();
+    if (gauge) m_tally.fillBytes += gauge() - before;
+    return result;
+}
+
+bool Importer::ImportFile(const std::filesystem::path& path, host::Error& error) {
+    try {
+        return Drawing(*this).Read(path, error);
+    } catch (const std::bad_alloc&) {
+        error = {.what = PathText(path), .offset = 0, .line = 0, .reason = "not enough memory"};
+        return false;
+    }
+}
+
+bool Importer::Drawing::Read(const std::filesystem::path& path, host::Error& error) {
+    if (!m_svg.LoadFile(path) || !m_svg.ForEachShape([this](const svg::Shape& shape) { Add(shape); })) {
+        error = m_svg.GetError();
+        return false;
+    }
+    if (m_fault) {
+        error = *std::move(m_fault);
+        error.what = PathText(path);
+        return false;
+    }
+    Keep(m_svg.GetOmissions());
+    return true;
+}
+
+void Importer::Drawing::Keep(const svg::Omissions& omissions) {
+    constexpr std::string_view unused = "unused definitions";
+    for (const auto& [name, times] : omissions.Counts()) {
+        if (name == unused) {
+            m_tally.unusedDefinitions += times;
+        } else {
+            m_tally.omissions.Count(name, times);
+        }
+    }
+    m_importer.m_tally.Add(m_tally);
+    m_importer.m_patterns.merge(m_patterns);
+    m_kept = true;
+}
+
+void Importer::Drawing::Add(const svg::Shape& shape) {
+    if (m_fault) return;
+    m_importer.m_document.ReserveShape();
+    switch (shape.fill.kind) {
+        case svg::Paint::Kind::None:
+            Measure([this] { return &m_importer.m_document.AddShape(false, m_importer.m_document.Pool()); });
+            break;
+        case svg::Paint::Kind::Solid:
+            AddSolid(shape.fill.color);
+            break;
+        case svg::Paint::Kind::Gradient:
+            AddGradient(shape);
+            break;
+        case svg::Paint::Kind::Pattern:
+            AddPattern(shape);
+            break;
+    }
+    Count(shape);
+}
+
+void Importer::Drawing::Count(const svg::Shape& shape) {
+    m_tally.texts.Add(shape.style->fill, shape.style->color);
+    if (shape.fill.kind == svg::Paint::Kind::None) return;
+    if (shape.fillOpacity < 1) m_tally.omissions.Count("fill opacity");
+    if (shape.style->opacity < 1) m_tally.omissions.Count("shape opacity");
+    if (shape.fill.kind == svg::Paint::Kind::Solid && shape.fill.color.alpha < 1)
+        m_tally.omissions.Count("transparency of a solid colour");
+}
+
+void Importer::Drawing::AddSolid(const svg::Color& color) {
+    const CLR_COLORSPEC spec = ToColor(color);
+    Measure([&] { return &m_importer.m_document.AddShape(&spec, m_importer.m_document.Pool()); });
+}
+
+void Importer::Drawing::AddGradient(const svg::Shape& shape) {
+    const auto known = m_servers.find(shape.fill.gradient);
+    const WFillHandle* fill = known == m_servers.end() ? nullptr : &known->second;
+    if (!fill) {
+        CGE_FILL record(FillFountain);
+        record.EditFountain() = MapGradient(*shape.fill.gradient, m_tally.omissions);
+        const auto& pool = m_importer.m_document.Pool();
+        const WFillHandle pooled = Measure([&] { return WFillHandle(&record, pool); });
+        fill = &m_servers.emplace(shape.fill.gradient, pooled).first->second;
+    }
+    WFillHandle& added = m_importer.m_document.AddShape(*fill);
+    added.SetTilingMatrix(ToDocumentUnits(ToMatrix(shape.transform)));
+}
+
+void Importer::Drawing::AddPattern(const svg::Shape& shape) {
+    const auto known = m_servers.find(shape.fill.pattern);
+    const WFillHandle* fill = known == m_servers.end() ? FindPattern(shape) : &known->second;
+    if (!fill) return;
+    WFillHandle& added = m_importer.m_document.AddShape(*fill);
+    added.SetTilingMatrix(ToDocumentUnits(ToMatrix(shape.transform * shape.fill.pattern->transform)));
+}
+
+/// Vector fills with different temporary data differ for the pool, so that equal patterns are recognised
+/// here, whichever drawing they are in. Null when the pattern is broken.
+const WFillHandle* Importer::Drawing::FindPattern(const svg::Shape& shape) {
+    const std::optional<svg::Rect> box = shape.Bounds();
+    std::string key = PatternKey(*shape.fill.pattern, box);
+    const PooledPattern* pooled = nullptr;
+    if (const auto found = m_importer.m_patterns.find(key); found != m_importer.m_patterns.end()) {
+        pooled = &found->second;
+    } else if (const auto own = m_patterns.find(key); own != m_patterns.end()) {
+        pooled = &own->second;
+    } else {
+        pooled = PoolPattern(shape, box, std::move(key));
+    }
+    if (!pooled) return nullptr;
+    m_tally.omissions.Add(pooled->omissions);
+    return &m_servers.emplace(shape.fill.pattern, pooled->fill).first->second;
+}
+
+const Importer::PooledPattern* Importer::Drawing::PoolPattern(const svg::Shape& shape,
+                                                              const std::optional<svg::Rect>& box,
+                                                              std::string key) {
+    svg::Omissions omissions;
+    host::Error error;
+    const std::optional<WFillHandle> fill = Measure([&]() -> std::optional<WFillHandle> {
+        const std::optional<CGE_FILL> record = MapPattern(*shape.fill.pattern, box, omissions, error);
+        if (!record) return std::nullopt;
+        return std::optional<WFillHandle>(std::in_place, &*record, m_importer.m_document.Pool());
+    });
+    if (!fill) {
+        error.line = shape.Line();
+        m_fault = error;
+        return nullptr;
+    }
+    return &m_patterns.emplace(std::move(key), PooledPattern{*fill, std::move(omissions)}).first->second;
+}
+
+}  // namespace command

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <unordered_map>
+
+#include "host/base/error.h"
+
+#include "fom/fill_document.h"
+#include "fom/fill_handle.h"
+#include "fom/import_tally.h"
+
+#include "svg/shape.h"
+
+namespace command {
+
+/// Tells how many bytes of heap the calling thread holds.
+using HeapGauge = std::int64_t (*)();
+
+/// Reads the fills of drawings into one document. A drawing with an error contributes nothing. One thread.
+class Importer {
+public:
+    /// Without a gauge the heap that fills take stays 0.
+    explicit Importer(HeapGauge gauge = nullptr) : m_gauge(gauge) {}
+
+    /// False, with `error` filled, when the drawing cannot be used.
+    bool ImportFile(const std::filesystem::path& path, host::Error& error);
+    /// Lets go of what is kept to recognise patterns in further drawings: from then on only shapes hold
+    /// fills.
+    void Finish() { m_patterns.clear(); }
+
+    void CountOmission(std::string_view name, std::size_t times) { m_tally.omissions.Count(name, times); }
+
+    const FillDocument& Document() const noexcept { return m_document; }
+    const ImportTally& Tally() const noexcept { return m_tally; }
+
+private:
+    /// A pattern that was mapped before, and what it cannot say.
+    struct PooledPattern {
+        WFillHandle fill;
+        svg::Omissions omissions;
+    };
+    using PatternMap = std::unordered_map<std::string, PooledPattern>;
+    class Drawing;
+
+    FillDocument m_document;
+    PatternMap m_patterns;
+    ImportTally m_tally;
+    HeapGauge m_gauge;
+};
+
+}  // namespace command

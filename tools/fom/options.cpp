@@ -1,0 +1,133 @@
+#include "fom/options.h"
+
+#include <CLI/CLI.hpp>
+#include <ostream>
+#include <string>
+
+#ifndef FOM_VERSION
+#define FOM_VERSION "unknown"
+#endif
+
+namespace command {
+namespace {
+
+constexpr const char* kExamples = R"(Examples:
+  fom import drawings/
+  fom import --json logo.svg -o report.json
+  fom swatches drawings/ -o sheet.png
+)";
+
+constexpr const char* kImportExamples = R"(Examples:
+  fom import drawings/                     all ".svg" files in the folder and below
+  fom import a.svg b.svg                   as one document
+  fom import --json drawings/ -o report.json
+
+A drawing with an error contributes nothing and is named on standard error; the others go on.
+)";
+
+constexpr const char* kSwatchesExamples = R"(Examples:
+  fom swatches drawings/ -o sheet.png
+  fom swatches drawings/ -o sheet.png --limit 100 --columns 10 --force
+)";
+
+constexpr std::size_t kMostSwatches = 100'000;
+constexpr std::size_t kMostColumns = 1000;
+
+std::string DescribeMistake(const CLI::App* app, const CLI::Error& error) {
+    const std::vector<std::string> unknown = app->remaining();
+    const bool hasCommand = !app->get_subcommands().empty();
+    const std::string reason =
+        hasCommand || unknown.empty() ? error.what() : "no command '" + unknown.front() + "'";
+    return "fom: " + reason + "\nRun with --help for more information.\n";
+}
+
+class CommandLine {
+public:
+    CommandLine() {
+        m_app.set_version_flag("--version", "fom " FOM_VERSION);
+        m_app.require_subcommand(1);
+        m_app.failure_message(DescribeMistake);
+        m_app.footer(kExamples);
+        m_import->footer(kImportExamples);
+        AddPaths(m_import);
+        m_import->add_flag("--json", m_options.json, "report as JSON");
+        m_import->add_option("-o,--output", m_output, "write the report to a file");
+        m_import->add_flag("--force", m_options.force, "overwrite the file");
+        m_swatches->footer(kSwatchesExamples);
+        AddPaths(m_swatches);
+        m_swatches->add_option("-o,--output", m_output, "PNG file to draw")->required();
+        m_swatches->add_flag("--force", m_options.force, "overwrite the file");
+        m_swatches
+            ->add_option("--limit", m_options.limit,
+                         "draw at most so many fills: the most used, some of every kind")
+            ->check(CLI::Range(std::size_t{1}, kMostSwatches))
+            ->capture_default_str();
+        m_swatches->add_option("--columns", m_options.columns, "swatches in a row")
+            ->check(CLI::Range(std::size_t{1}, kMostColumns));
+        m_help->add_option("command", m_topic, "the command to explain");
+    }
+
+    std::optional<Options> Parse(int argc, const char* const* argv, std::ostream& out, std::ostream& err,
+                                 int& exitCode) {
+        exitCode = kSuccess;
+        try {
+            m_app.parse(argc, argv);
+        } catch (const CLI::ParseError& error) {
+            const bool answered = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
+            m_app.exit(error, out, err);
+            exitCode = answered ? kSuccess : kUsage;
+            return std::nullopt;
+        }
+        if (m_help->parsed()) {
+            exitCode = Help(out, err);
+            return std::nullopt;
+        }
+        m_options.action = m_import->parsed() ? Action::Import : Action::Swatches;
+        m_options.paths.assign(m_paths.begin(), m_paths.end());
+        m_options.output = m_output;
+        return m_options;
+    }
+
+private:
+    void AddPaths(CLI::App* command) {
+        command->add_option("PATH", m_paths, "SVG files, or folders of them")->required();
+    }
+
+    const CLI::App* FindCommand() const {
+        for (const CLI::App* command : {m_import, m_swatches, m_help})
+            if (command->get_name() == m_topic) return command;
+        return nullptr;
+    }
+
+    int Help(std::ostream& out, std::ostream& err) const {
+        const CLI::App* topic = m_topic.empty() ? &m_app : FindCommand();
+        if (!topic) {
+            err << "fom: no command '" << m_topic << "'\n";
+            return kUsage;
+        }
+        out << topic->get_formatter()->make_help(topic, topic == &m_app ? "fom" : "fom " + m_topic,
+                                                 CLI::AppFormatMode::Normal);
+        return kSuccess;
+    }
+
+    Options m_options;
+    std::vector<std::string> m_paths;
+    std::string m_output;
+    std::string m_topic;
+    CLI::App m_app{
+        "Reads the fills of SVG drawings into a document in which every distinct fill exists once.", "fom"};
+    CLI::App* m_import =
+        m_app.add_subcommand("import", "read drawings and report what they are painted with");
+    CLI::App* m_swatches =
+        m_app.add_subcommand("swatches", "draw the distinct fills of drawings as a labelled sheet");
+    CLI::App* m_help = m_app.add_subcommand("help", "explain a command");
+};
+
+}  // namespace
+
+std::optional<Options> ParseOptions(int argc, const char* const* argv, std::ostream& out, std::ostream& err,
+                                    int& exitCode) {
+    return CommandLine().Parse(argc, argv, out, err, exitCode);
+}
+
+}  // namespace command

@@ -1,0 +1,230 @@
+#include "fom/swatch_sheet.h"
+
+#include <algorithm>
+#include <cairo.h>
+#include <string>
+
+#include "fom/fill_painter.h"
+#include "fom/grouped.h"
+#include "fom/import_report.h"
+#include "fom/swatch_fit.h"
+#include "fom/swatch_label.h"
+#include "fom/swatch_list.h"
+
+namespace command {
+namespace {
+
+// In pixels.
+constexpr double kMargin = 36;
+constexpr double kSwatchWidth = 112;
+constexpr double kSwatchHeight = 72;
+constexpr double kCellWidth = 128;
+constexpr double kCellHeight = 126;
+constexpr double kTitleHeight = 74;
+constexpr double kHeadingHeight = 40;
+constexpr double kGroupGap = 14;
+constexpr double kChecker = 8;
+constexpr std::size_t kUsualColumns = 16;
+/// The drawing library's largest surface.
+constexpr double kMostPixels = 32767;
+constexpr double kMostArea = 256e6;
+
+struct Layout {
+    std::size_t columns = 0;
+    double width = 0;
+    double height = 0;
+};
+
+Layout LayOut(const SwatchList& list, std::size_t columns) {
+    std::size_t widest = 0;
+    for (const SwatchGroup& group : list.groups)
+        widest = std::max(widest, group.swatches.size());
+    constexpr std::size_t forTitle = 5;
+    Layout layout;
+    layout.columns = columns != 0 ? columns : std::clamp(widest, forTitle, kUsualColumns);
+    layout.width = 2 * kMargin + double(layout.columns) * kCellWidth - (kCellWidth - kSwatchWidth);
+    layout.height = 2 * kMargin + kTitleHeight;
+    for (const SwatchGroup& group : list.groups) {
+        const std::size_t rows = (group.swatches.size() + layout.columns - 1) / layout.columns;
+        layout.height += kHeadingHeight + double(rows) * kCellHeight + kGroupGap;
+    }
+    return layout;
+}
+
+class Artist {
+public:
+    Artist(CairoContext& target, const Layout& layout) : m_target(&target), m_layout(layout) {}
+
+    void Draw(const SwatchList& list, const FillDocument& document, const SheetOptions& options,
+              const SheetProgress& progress) {
+        cairo_set_source_rgb(m_target, 1, 1, 1);
+        cairo_paint(m_target);
+        DrawTitle(list, document, options);
+        double y = kMargin + kTitleHeight;
+        std::size_t done = 0;
+        for (const SwatchGroup& group : list.groups) {
+            y = DrawHeading(group, y);
+            for (std::size_t i = 0; i < group.swatches.size(); ++i) {
+                if (progress) progress(done++, list.shown);
+                const double column = double(i % m_layout.columns);
+                const double row = double(i / m_layout.columns);
+                DrawSwatch(group.swatches[i], kMargin + column * kCellWidth, y + row * kCellHeight);
+            }
+            const std::size_t rows = (group.swatches.size() + m_layout.columns - 1) / m_layout.columns;
+            y += double(rows) * kCellHeight + kGroupGap;
+        }
+    }
+
+private:
+    enum class Ink { Strong, Plain, Faint };
+
+    void SetInk(Ink ink) {
+        const double gray = ink == Ink::Strong ? 0.08 : ink == Ink::Plain ? 0.25 : 0.48;
+        cairo_set_source_rgb(m_target, gray, gray, gray);
+    }
+
+    double WidthOf(const std::string& text) {
+        cairo_text_extents_t extents;
+        cairo_text_extents(m_target, text.c_str(), &extents);
+        return extents.x_advance;
+    }
+
+    /// Cuts what does not fit; `text` has no bytes beyond ASCII where it is cut, or loses whole characters.
+    void Write(std::string text, double x, double y, double size, double width, Ink ink, bool bold = false) {
+        cairo_select_font_face(m_target, "sans-serif", CAIRO_FONT_SLANT_NORMAL,
+                               bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
+        cairo_set_font_size(m_target, size);
+        if (WidthOf(text) > width) {
+            do {
+                while (!text.empty() && (static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
+                    text.pop_back();
+                if (!text.empty()) text.pop_back();
+            } while (!text.empty() && WidthOf(text + "\u2026") > width);
+            text += "\u2026";
+        }
+        SetInk(ink);
+        cairo_move_to(m_target, x, y);
+        cairo_show_text(m_target, text.c_str());
+    }
+
+    void DrawTitle(const SwatchList& list, const FillDocument& document, const SheetOptions& options) {
+        const double width = m_layout.width - 2 * kMargin;
+        const std::size_t shapes = document.ShapeCount();
+        Write(Grouped(list.fills) + (list.fills == 1 ? " fill" : " fills"), kMargin, kMargin + 22, 26, width,
+              Ink::Strong, true);
+        std::string totals = Grouped(shapes) + (shapes == 1 ? " shape" : " shapes") + " in " +
+                             Grouped(options.drawings) + (options.drawings == 1 ? " drawing" : " drawings");
+        if (list.shown < list.fills)
+            totals += "; " + Grouped(list.shown) + " of the most used are shown, " +
+                      Grouped(list.fills - list.shown) + " are left out";
+        Write(totals, kMargin, kMargin + 46, 14, width, Ink::Plain);
+    }
+
+    double DrawHeading(const SwatchGroup& group, double y) {
+        const double width = m_layout.width - 2 * kMargin;
+        std::string counts = Grouped(group.fills) + (group.fills == 1 ? " fill" : " fills");
+        if (group.swatches.size() < group.fills) counts += ", " + Grouped(group.swatches.size()) + " shown";
+        const std::string name = FillKindName(group.kind);
+        Write(name, kMargin, y + 16, 16, width, Ink::Strong, true);
+        const double after = WidthOf(name) + 10;
+        Write(counts, kMargin + after, y + 16, 12, width - after, Ink::Faint);
+        cairo_set_source_rgb(m_target, 0.86, 0.86, 0.86);
+        cairo_rectangle(m_target, kMargin, y + 25, width, 1);
+        cairo_fill(m_target);
+        return y + kHeadingHeight;
+    }
+
+    void DrawSwatch(const Swatch& swatch, double x, double y) {
+        const CGE_FILL& fill = *swatch.fill->GetCGEFill();
+        cairo_save(m_target);
+        cairo_rectangle(m_target, x, y, kSwatchWidth, kSwatchHeight);
+        cairo_clip(m_target);
+        cairo_translate(m_target, x, y);
+        if (fill.GetType() == FillNone) {
+            DrawNone();
+        } else {
+            if (fill.GetType() != FillUniform) DrawCheckers();
+            const ObjectBounds box = FitSwatch(fill, kSwatchWidth, kSwatchHeight);
+            cairo_scale(m_target, kSwatchWidth / (box.right - box.left),
+                        kSwatchHeight / (box.bottom - box.top));
+            cairo_translate(m_target, -box.left, -box.top);
+            PaintFill(*m_target, fill, box);
+        }
+        cairo_restore(m_target);
+        DrawFrame(x, y);
+        const SwatchLabel label = LabelOf(fill);
+        double line = y + kSwatchHeight + 14;
+        Write(label.name, x, line, 11, kSwatchWidth, Ink::Strong);
+        if (!label.detail.empty()) Write(label.detail, x, line += 13, 9.5, kSwatchWidth, Ink::Plain);
+        Write("\u00d7 " + Grouped(swatch.uses), x, line + 13, 10, kSwatchWidth, Ink::Faint);
+    }
+
+    void DrawNone() {
+        cairo_set_source_rgb(m_target, 0.85, 0.1, 0.1);
+        cairo_set_line_width(m_target, 2);
+        cairo_move_to(m_target, 0, kSwatchHeight);
+        cairo_line_to(m_target, kSwatchWidth, 0);
+        cairo_stroke(m_target);
+    }
+
+    /// Shows through what is not opaque.
+    void DrawCheckers() {
+        cairo_set_source_rgb(m_target, 0.84, 0.84, 0.84);
+        constexpr int columns = static_cast<int>(kSwatchWidth / kChecker) + 1;
+        constexpr int rows = static_cast<int>(kSwatchHeight / kChecker) + 1;
+        for (int row = 0; row < rows; ++row)
+            for (int column = row % 2; column < columns; column += 2)
+                cairo_rectangle(m_target, column * kChecker, row * kChecker, kChecker, kChecker);
+        cairo_fill(m_target);
+    }
+
+    void DrawFrame(double x, double y) {
+        cairo_set_source_rgba(m_target, 0, 0, 0, 0.25);
+        cairo_set_line_width(m_target, 1);
+        cairo_rectangle(m_target, x + 0.5, y + 0.5, kSwatchWidth - 1, kSwatchHeight - 1);
+        cairo_stroke(m_target);
+    }
+
+    CairoContext* m_target;
+    const Layout m_layout;
+};
+
+cairo_status_t AppendPng(void* to, const unsigned char* data, unsigned size) {
+    auto& bytes = *static_cast<std::vector<std::byte>*>(to);
+    try {
+        const auto* first = reinterpret_cast<const std::byte*>(data);
+        bytes.insert(bytes.end(), first, first + size);
+    } catch (...) {
+        return CAIRO_STATUS_NO_MEMORY;  // an exception would pass through C
+    }
+    return CAIRO_STATUS_SUCCESS;
+}
+
+}  // namespace
+
+std::optional<std::vector<std::byte>> DrawSwatches(const FillDocument& document, const SheetOptions& options,
+                                                   const SheetProgress& progress, host::Error& error) {
+    const SwatchList list = ListSwatches(document, options.limit);
+    const Layout layout = LayOut(list, options.columns);
+    if (list.shown == 0) {
+        error.reason = "there are no fills to draw";
+        return std::nullopt;
+    }
+    if (layout.width > kMostPixels || layout.height > kMostPixels ||
+        layout.width * layout.height > kMostArea) {
+        error.reason = "the sheet would be too large: lower --limit, or change --columns";
+        return std::nullopt;
+    }
+    const SurfacePointer surface =
+        MakeImageSurface(static_cast<int>(layout.width), static_cast<int>(layout.height));
+    const ContextPointer context = MakeContext(*surface);
+    Artist(*context, layout).Draw(list, document, options, progress);
+    std::vector<std::byte> png;
+    if (cairo_surface_write_to_png_stream(surface.get(), AppendPng, &png) != CAIRO_STATUS_SUCCESS) {
+        error.reason = "the sheet cannot be encoded";
+        return std::nullopt;
+    }
+    return png;
+}
+
+}  // namespace command

@@ -1,0 +1,75 @@
+#include <array>
+#include <cairo.h>
+#include <cmath>
+#include <cstdio>
+#include <librsvg/rsvg.h>
+#include <memory>
+#include <string>
+
+#include "host/base/temp_data.h"
+
+#include "fom/document_units.h"
+#include "fom/fill_painter_parts.h"
+#include "fom/tile_painter.h"
+
+namespace command {
+namespace {
+
+constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20;
+constexpr std::size_t kPiece = 16384;
+
+struct ReleaseObject {
+    void operator()(void* object) const noexcept { g_object_unref(object); }
+};
+using Drawing = std::unique_ptr<RsvgHandle, ReleaseObject>;
+
+std::string ReadContent(unsigned id) {
+    std::string content;
+    const std::unique_ptr<TmpStream> stream = TMPOpenTmpFile(id);
+    if (!stream || stream->GetSize() > kMostBytes) return content;
+    std::array<char, kPiece> piece;
+    while (const std::size_t size = stream->Read(piece.data(), piece.size()))
+        content.append(piece.data(), size);
+    return content;
+}
+
+/// A drawing that shows the part `box` of the content, whatever its size, in document units.
+std::string Wrap(const std::string& content, const RECT& box) {
+    char start[256];
+    std::snprintf(start, sizeof start,
+                  "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"1000\" height=\"1000\" "
+                  "preserveAspectRatio=\"none\" "
+                  "viewBox=\"%.6f %.6f %.6f %.6f\">",
+                  box.left / kUnitsPerPixel, box.top / kUnitsPerPixel,
+                  (double(box.right) - box.left) / kUnitsPerPixel,
+                  (double(box.bottom) - box.top) / kUnitsPerPixel);
+    return start + content + "</svg>";
+}
+
+Drawing Load(const CGE_VECTORFILL& vector) {
+    const RECT& box = vector.originalBoundingBox;
+    const std::string content = ReadContent(vector.tmpFile);
+    if (content.empty() || box.right <= box.left || box.bottom <= box.top) return nullptr;
+    const std::string text = Wrap(content, box);
+    GError* error = nullptr;
+    Drawing drawing(
+        rsvg_handle_new_from_data(reinterpret_cast<const guint8*>(text.data()), text.size(), &error));
+    if (error) g_error_free(error);
+    return drawing;
+}
+
+}  // namespace
+
+void PaintVector(CairoContext& target, const CGE_VECTORFILL& vector, const ObjectBounds& object) {
+    const Drawing drawing = Load(vector);
+    if (!drawing) return;
+    const TileLayout layout = LayOutTiles(vector.tiling, vector.boundingBox, object);
+    PaintTiles(target, layout, [&drawing](CairoContext& tile, double width, double height) {
+        const RsvgRectangle place{0, 0, width, height};
+        GError* error = nullptr;
+        rsvg_handle_render_document(drawing.get(), &tile, &place, &error);
+        if (error) g_error_free(error);
+    });
+}
+
+}  // namespace command
