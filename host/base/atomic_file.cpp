@@ -85,7 +85,8 @@ bool SaveAtomically(const fs::path& path, std::span<const std::byte> bytes, Erro
     return true;
 }
 
-std::optional<std::vector<std::byte>> ReadWholeFile(const fs::path& path, Error& error) {
+std::optional<std::vector<std::byte>> ReadWholeFile(const fs::path& path, Error& error,
+                                                    std::uint64_t largest) {
     std::error_code code;
     const detail::OsFile file = detail::OsFile::OpenForReading(path, code);
     if (!file.IsOpen()) {
@@ -101,6 +102,10 @@ std::optional<std::vector<std::byte>> ReadWholeFile(const fs::path& path, Error&
     std::size_t step = size < bytes.max_size() ? static_cast<std::size_t>(size) + 1 : kReadStep;
     for (;;) {
         const std::size_t before = bytes.size();
+        if (size > largest || before > largest) {
+            Fail(error, path, 0, "too large");
+            return std::nullopt;
+        }
         bytes.resize(before + step);
         const std::size_t got = file.ReadAt(before, std::span(bytes).subspan(before), code);
         bytes.resize(before + got);

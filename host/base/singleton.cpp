@@ -34,14 +34,16 @@ namespace {
 // is taken before this one, never after it.
 constinit std::mutex g_lock;
 constinit SingletonList g_alive;
-constinit SingletonList g_destroyed;
+constinit bool g_closed = false;
 
-/// The first of `from`, moved to `to` when there is one.
-SingletonBase* Take(SingletonList& from, SingletonList* to) noexcept {
+SingletonBase* TakeLatest() noexcept {
     std::lock_guard lock(g_lock);
-    SingletonBase* object = from.Pop();
-    if (object && to) to->Push(object);
-    return object;
+    return g_alive.Pop();
+}
+
+void SetClosed(bool closed) noexcept {
+    std::lock_guard lock(g_lock);
+    g_closed = closed;
 }
 
 }  // namespace
@@ -49,7 +51,6 @@ SingletonBase* Take(SingletonList& from, SingletonList* to) noexcept {
 SingletonBase::~SingletonBase() {
     std::lock_guard lock(g_lock);
     g_alive.Remove(this);
-    g_destroyed.Remove(this);
 }
 
 void SingletonBase::Register() noexcept {
@@ -63,13 +64,18 @@ void SingletonBase::Unregister() noexcept {
 }
 
 void SingletonBase::DestroyAll() {
-    while (SingletonBase* object = Take(g_alive, &g_destroyed))
+    SetClosed(true);
+    while (SingletonBase* object = TakeLatest())
         object->Destroy();
 }
 
 void SingletonBase::AllowRecreation() {
-    while (SingletonBase* object = Take(g_destroyed, nullptr))
-        object->Allow();
+    SetClosed(false);
+}
+
+bool SingletonBase::MayBeMade() noexcept {
+    std::lock_guard lock(g_lock);
+    return !g_closed;
 }
 
 }  // namespace VyrUtils

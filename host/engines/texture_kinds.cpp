@@ -69,6 +69,7 @@ const TextureKind* FindTextureKind(std::wstring_view name) noexcept {
 
 std::vector<std::wstring_view> GetTextureNames() {
     std::vector<std::wstring_view> names;
+    names.reserve(std::size(kKinds));
     for (const TextureKind& kind : kKinds)
         names.push_back(kind.name);
     return names;

@@ -37,6 +37,7 @@ std::uint32_t SmoothNoise(std::uint32_t seed, std::uint32_t u, std::uint32_t v, 
 
 std::uint32_t LayeredNoise(std::uint32_t seed, std::uint32_t u, std::uint32_t v, std::uint32_t columns,
                            std::uint32_t rows, unsigned layers) noexcept {
+    if (layers == 0) return 0;
     std::uint64_t sum = 0;
     std::uint64_t weights = 0;
     for (unsigned layer = 0; layer < layers; ++layer) {

@@ -32,7 +32,7 @@ WString UserFolder(const char* name, path (*root)(), const char* platform) {
 path FindShare() {
     const path module = ModulePath();
     if (module.empty()) return {};
-    const path nearest = module.parent_path().parent_path() / "share" / "fom";
+    path nearest = module.parent_path().parent_path() / "share" / "fom";
     path folder = module.parent_path();
     for (int level = 0; level < 4 && folder.has_relative_path(); ++level) {
         folder = folder.parent_path();

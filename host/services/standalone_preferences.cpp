@@ -48,6 +48,8 @@ bool StandalonePreferences::Write(std::wstring_view section, std::wstring_view k
     if (path.empty()) return false;
     std::optional<PreferenceText> text = Load(path);
     if (!text) return false;
+    const std::optional<std::wstring> stored = text->Find(section, key);
+    if (stored && *stored == value) return true;  // most writes give back what was read
     text->Set(section, key, value);
     const std::string& bytes = text->GetBytes();
     if (bytes.size() > kLargestFile) return false;

@@ -40,10 +40,10 @@ std::size_t EstimateXmlTree(std::string_view text) {
     std::size_t nodes = 0;
     std::size_t previousTag = 0;
     for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
-        const char next = at + 1 < text.size() ? text[at + 1] : '\0';
-        if (next != '/') ++nodes;
+        const bool isLast = at + 1 == text.size();
+        if (isLast || text[at + 1] != '/') ++nodes;
         if (HasTextBefore(text, at, previousTag)) ++nodes;
-        if (at + 1 < text.size()) previousTag = at;
+        if (!isLast) previousTag = at;
     }
     std::size_t attributes = 0;
     for (const char c : text)

@@ -126,7 +126,7 @@ String GetFillFilePathForType(CgeFillType kind) {
     const String stored = preference->Get();
     String path = StoredOrFirst(kind, stored);
     if (!VyrFOM::IsFile(path)) path.clear();
-    if (!(path == stored)) preference->Set(path);
+    preference->Set(path);
     return path;
 }
 

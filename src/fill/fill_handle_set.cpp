@@ -141,7 +141,7 @@ bool WFillHandle::HasColorNames(const WRefCountFill::ColorNameMap* names) const 
     const std::size_t count = current ? current->GetNumColorNames() : 0;
     if (count != (names ? names->size() : 0)) return false;
     return !names || std::all_of(names->begin(), names->end(), [current](const auto& row) {
-        const wchar_t* name = current->GetColorName(static_cast<unsigned>(row.first));
+        const wchar_t* name = current ? current->GetColorName(static_cast<unsigned>(row.first)) : nullptr;
         return name && row.second.view() == name;
     });
 }

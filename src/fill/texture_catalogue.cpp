@@ -82,5 +82,8 @@ TextureCatalogue LocateTextureCatalogue() {
 }  // namespace VyrFOM
 
 int TXR_PrepForUserChanges() {
-    return VyrFOM::MoveToUserCopies(VyrFOM::EditTextureCatalogue()) ? 1 : 0;
+    VyrFOM::TextureCatalogue moved = VyrFOM::GetTextureCatalogue();
+    const bool done = VyrFOM::MoveToUserCopies(moved);
+    VyrFOM::EditTextureCatalogue() = std::move(moved);  // whole: what throws above changes neither path
+    return done ? 1 : 0;
 }

@@ -30,6 +30,11 @@ constexpr const char* kSwatchesExamples = R"(Examples:
   fom swatches drawings/ -o sheet.png --limit 100 --columns 10 --force
 )";
 
+/// An empty name, as an unset variable of a script gives, must not pass for standard output.
+std::string CheckNamed(const std::string& name) {
+    return name.empty() ? "the name of the file is empty" : std::string();
+}
+
 constexpr std::size_t kMostSwatches = 100'000;
 constexpr std::size_t kMostColumns = 1000;
 
@@ -51,11 +56,11 @@ public:
         m_import->footer(kImportExamples);
         AddPaths(m_import);
         m_import->add_flag("--json", m_options.json, "report as JSON");
-        m_import->add_option("-o,--output", m_output, "write the report to a file");
+        m_import->add_option("-o,--output", m_output, "write the report to a file")->check(CheckNamed);
         m_import->add_flag("--force", m_options.force, "overwrite the file");
         m_swatches->footer(kSwatchesExamples);
         AddPaths(m_swatches);
-        m_swatches->add_option("-o,--output", m_output, "PNG file to draw")->required();
+        m_swatches->add_option("-o,--output", m_output, "PNG file to draw")->required()->check(CheckNamed);
         m_swatches->add_flag("--force", m_options.force, "overwrite the file");
         m_swatches
             ->add_option("--limit", m_options.limit,

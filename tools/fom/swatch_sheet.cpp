@@ -66,9 +66,10 @@ public:
             y = DrawHeading(group, y);
             for (std::size_t i = 0; i < group.swatches.size(); ++i) {
                 if (progress) progress(done++, list.shown);
-                const double column = double(i % m_layout.columns);
-                const double row = double(i / m_layout.columns);
-                DrawSwatch(group.swatches[i], kMargin + column * kCellWidth, y + row * kCellHeight);
+                const std::size_t column = i % m_layout.columns;
+                const std::size_t row = i / m_layout.columns;
+                DrawSwatch(group.swatches[i], kMargin + double(column) * kCellWidth,
+                           y + double(row) * kCellHeight);
             }
             const std::size_t rows = (group.swatches.size() + m_layout.columns - 1) / m_layout.columns;
             y += double(rows) * kCellHeight + kGroupGap;

@@ -10,6 +10,8 @@
 namespace svg {
 namespace {
 
+constexpr double kMostDrawn = 1'000'000;
+
 void AppendEscaped(std::string& out, std::string_view text) {
     for (const char c : text) {
         if (c == '&') {
@@ -36,10 +38,16 @@ bool InheritsInPlace(Tag tag) {
            tag == Tag::Filter;
 }
 
+/// How often what a property of an element names is drawn.
+ContentGraph::Reach ReachOf(const Property& property, bool handedDown) {
+    if (property.name.starts_with("marker")) return ContentGraph::Reach::EachVertex;
+    return handedDown ? ContentGraph::Reach::EachElement : ContentGraph::Reach::Once;
+}
+
 }  // namespace
 
-ContentWriter::ContentWriter(Reading& reading, host::XmlNode owner)
-    : m_reading(reading), m_owner(owner), m_edges(1) {
+ContentWriter::ContentWriter(Reading& reading, host::XmlNode owner) : m_reading(reading), m_owner(owner) {
+    m_graph.AddPart();
     m_numbers.emplace(owner.Identity(), 0);
 }
 
@@ -58,13 +66,12 @@ std::string ContentWriter::Write() {
     if (!inherited.empty()) m_out += "</g>";
     if (!m_targets.empty()) m_out += "<defs>";
     for (std::size_t i = 0; i < m_targets.size() && !m_reading.HasFailed(); ++i) {
-        m_edges.emplace_back();
+        m_graph.AddPart();
         const host::XmlNode target = m_targets[i];
         WriteTree(target, InheritsInPlace(m_reading.namespaces.TagOf(target)));
     }
     if (!m_targets.empty()) m_out += "</defs>";
-    if (!m_reading.HasFailed() && HasCircle())
-        m_reading.Fail(m_owner, "pattern content refers back to itself");
+    if (!m_reading.HasFailed()) CheckRepetition();
     return m_reading.HasFailed() ? std::string() : std::move(m_out);
 }
 
@@ -74,7 +81,7 @@ bool ContentWriter::IsWritten(host::XmlNode element, host::XmlNode top) const {
     if (name.empty()) return false;
     const Tag tag = FindTag(name);
     // Elements that the reader does not know are kept inside definitions, as a filter's steps are.
-    return IsDrawn(tag) || tag == Tag::Stop || (tag == Tag::Unknown && m_edges.size() > 1);
+    return IsDrawn(tag) || tag == Tag::Stop || (tag == Tag::Unknown && m_graph.Size() > 1);
 }
 
 void ContentWriter::WriteTree(host::XmlNode top, bool withInherited) {
@@ -114,6 +121,7 @@ void ContentWriter::WriteStart(host::XmlNode element, bool withInherited) {
     WriteAttributes(attributes);
     m_out += '>';
     if (IsTextContent(m_reading.namespaces.TagOf(element))) AppendEscaped(m_out, element.Value());
+    m_graph.AddElement(m_out.size() - before);
     m_reading.SpendContent(element, m_out.size() - before);
 }
 
@@ -136,9 +144,12 @@ void ContentWriter::CollectInherited(host::XmlNode element, Attributes& attribut
 }
 
 void ContentWriter::CollectDeclared(host::XmlNode element, bool inheritedOnly, Attributes& attributes) {
+    const Tag tag = m_reading.namespaces.TagOf(element);
+    const bool handsDown = inheritedOnly || !IsShape(tag) || IsTextContent(tag);
     m_reading.cascade.ForEachDeclaration(element, [&](const Property& property, std::string_view value) {
         if (inheritedOnly && (!property.inherited || EqualsNoCase(Trim(value), "inherit"))) return;
-        attributes[std::string(property.name)] = RenameUrls(Trim(value));
+        attributes[std::string(property.name)] =
+            RenameUrls(Trim(value), ReachOf(property, handsDown && property.inherited));
     });
 }
 
@@ -148,7 +159,8 @@ void ContentWriter::CollectOwn(host::XmlNode element, Attributes& attributes) {
         const std::string_view name = at.Name();
         const std::string_view value = Trim(at.Value());
         if (name == "href" || name.ends_with(":href")) {
-            attributes["href"] = image ? WithoutBlanks(value) : RenameReference(value);
+            attributes["href"] =
+                image ? WithoutBlanks(value) : RenameReference(value, ContentGraph::Reach::Once);
         } else if (name == "xml:space") {
             attributes["xml:space"] = value;
         } else if (name != "id" && name != "class" && name != "style" && !name.starts_with("on") &&
@@ -160,7 +172,7 @@ void ContentWriter::CollectOwn(host::XmlNode element, Attributes& attributes) {
     CollectDeclared(element, false, attributes);
 }
 
-std::string ContentWriter::RenameUrls(std::string_view value) {
+std::string ContentWriter::RenameUrls(std::string_view value, ContentGraph::Reach reach) {
     std::string result;
     for (;;) {
         const std::size_t at = value.find("url(");
@@ -169,12 +181,12 @@ std::string ContentWriter::RenameUrls(std::string_view value) {
         Scanner in(value.substr(at));
         std::string_view url;
         ScanUrl(in, url);
-        result.append("url(").append(RenameReference(url)) += ')';
+        result.append("url(").append(RenameReference(url, reach)) += ')';
         value = in.Rest();
     }
 }
 
-std::string ContentWriter::RenameReference(std::string_view reference) {
+std::string ContentWriter::RenameReference(std::string_view reference, ContentGraph::Reach reach) {
     if (!reference.starts_with('#')) return std::string(reference);
     const host::XmlNode target = m_reading.ids.FindReference(reference);
     if (!target || m_reading.namespaces.LocalName(target.Name()).empty()) {
@@ -184,30 +196,17 @@ std::string ContentWriter::RenameReference(std::string_view reference) {
     const auto [known, isNew] = m_numbers.emplace(target.Identity(), m_targets.size() + 1);
     if (isNew) m_targets.push_back(target);
     if (IsPaintServer(m_reading.namespaces.TagOf(target))) m_reading.MarkUsed(target);
-    m_edges.back().push_back(known->second);
+    m_graph.AddReference(known->second, reach);
     return "#r" + std::to_string(known->second);
 }
 
-bool ContentWriter::HasCircle() const {
-    std::vector<std::size_t> incoming(m_edges.size(), 0);
-    for (const auto& targets : m_edges) {
-        for (const std::size_t to : targets) {
-            if (to < incoming.size()) ++incoming[to];
-        }
+void ContentWriter::CheckRepetition() {
+    const std::vector<std::size_t> order = m_graph.Order();
+    if (order.size() < m_graph.Size()) {
+        m_reading.Fail(m_owner, "pattern content refers back to itself");
+    } else if (m_graph.CountDrawn(order) > kMostDrawn) {
+        m_reading.Fail(m_owner, "pattern content repeats itself beyond 1000000 elements");
     }
-    std::vector<std::size_t> free;
-    for (std::size_t i = 0; i < incoming.size(); ++i) {
-        if (incoming[i] == 0) free.push_back(i);
-    }
-    std::size_t removed = 0;
-    for (; !free.empty(); ++removed) {
-        const std::size_t from = free.back();
-        free.pop_back();
-        for (const std::size_t to : m_edges[from]) {
-            if (--incoming[to] == 0) free.push_back(to);
-        }
-    }
-    return removed != m_edges.size();
 }
 
 }  // namespace svg

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "svg/content_graph.h"
 #include "svg/reading.h"
 
 namespace svg {
@@ -21,7 +22,7 @@ class ContentWriter {
 public:
     ContentWriter(Reading& reading, host::XmlNode owner);
 
-    /// The text; empty after a fault, of which there is one kind: content that refers back to itself.
+    /// The text; empty after a fault: content that refers back to itself, or repeats itself without measure.
     std::string Write();
 
 private:
@@ -37,17 +38,17 @@ private:
     void CollectInherited(host::XmlNode element, Attributes& attributes);
     void CollectDeclared(host::XmlNode element, bool inheritedOnly, Attributes& attributes);
     void CollectOwn(host::XmlNode element, Attributes& attributes);
-    std::string RenameUrls(std::string_view value);
-    std::string RenameReference(std::string_view reference);
-    bool HasCircle() const;
+    std::string RenameUrls(std::string_view value, ContentGraph::Reach reach);
+    std::string RenameReference(std::string_view reference, ContentGraph::Reach reach);
+    void CheckRepetition();
 
     Reading& m_reading;
     host::XmlNode m_owner;
     std::string m_out;
     std::vector<host::XmlNode> m_targets;
     std::unordered_map<const void*, std::size_t> m_numbers;
-    // For each target, and first for the owner, the numbers of what it refers to.
-    std::vector<std::vector<std::size_t>> m_edges;
+    // The owner and the targets under their numbers.
+    ContentGraph m_graph;
 };
 
 }  // namespace svg

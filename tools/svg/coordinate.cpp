@@ -28,6 +28,13 @@ double CoordinateReader::Read(Field field, Axis axis, double percent) const {
     return percent * whole / 100;
 }
 
+double CoordinateReader::ReadRadius(Field field, double percent) const {
+    const double radius = Read(field, Axis::Diagonal, percent);
+    if (radius >= 0) return radius;
+    m_reading.omissions.Count("invalid paint coordinate");
+    return percent * Whole(Axis::Diagonal) / 100;
+}
+
 Units ReadUnits(const Definition& definition, Field field, Units absent, Omissions& omissions) {
     const std::string_view text = Trim(definition.Get(field));
     if (text == "userSpaceOnUse") return Units::UserSpaceOnUse;

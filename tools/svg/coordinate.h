@@ -15,6 +15,8 @@ public:
 
     /// The field's value; `percent` of the whole when it says nothing or nothing valid.
     double Read(Field field, Axis axis, double percent) const;
+    /// The same for a radius, which is not valid below zero.
+    double ReadRadius(Field field, double percent) const;
 
 private:
     double Whole(Axis axis) const;

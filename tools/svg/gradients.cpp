@@ -59,10 +59,10 @@ void GradientReader::ReadVector(const Definition& definition, host::XmlNode elem
     }
     gradient.cx = in.Read(Field::Cx, Axis::X, 50);
     gradient.cy = in.Read(Field::Cy, Axis::Y, 50);
-    gradient.r = in.Read(Field::R, Axis::Diagonal, 50);
+    gradient.r = in.ReadRadius(Field::R, 50);
     gradient.fx = definition.Has(Field::Fx) ? in.Read(Field::Fx, Axis::X, 50) : gradient.cx;
     gradient.fy = definition.Has(Field::Fy) ? in.Read(Field::Fy, Axis::Y, 50) : gradient.cy;
-    gradient.fr = std::max(0.0, in.Read(Field::Fr, Axis::Diagonal, 0));
+    gradient.fr = in.ReadRadius(Field::Fr, 0);
 }
 
 GradientReader::Stops GradientReader::ReadStops(host::XmlNode owner) {

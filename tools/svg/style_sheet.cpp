@@ -52,10 +52,10 @@ std::optional<StyleSheet::Rule> ParseSelector(std::string_view text) {
         if (name.empty() || (mark != '.' && mark != '#')) return std::nullopt;
         if (mark == '.') {
             // Classes that follow each other are kept as one view; ".a#i.b" is not worth more.
-            const char* const start = name.data() - 1;
-            if (rule.classes.empty()) rule.classes = std::string_view(start, 0);
-            if (rule.classes.data() + rule.classes.size() != start) return std::nullopt;
-            rule.classes = std::string_view(rule.classes.data(), rule.classes.size() + name.size() + 1);
+            const std::string_view word(name.data() - 1, name.size() + 1);
+            const std::string_view before = rule.classes.empty() ? word.substr(0, 0) : rule.classes;
+            if (before.data() + before.size() != word.data()) return std::nullopt;
+            rule.classes = std::string_view(before.data(), before.size() + word.size());
             ++classes;
         } else {
             if (!rule.id.empty() && rule.id != name) return std::nullopt;

@@ -111,6 +111,7 @@ TEST(SingletonTest, DestroysTheLatestMadeFirstAndStaysDestroyed) {
     SingletonBase::DestroyAll();
     EXPECT_EQ(g_destroyed, (std::vector<int>{1, 3, 4, 2}));
     EXPECT_EQ(Singleton<Numbered<1>>::GetInstance(), nullptr);
+    EXPECT_EQ(Singleton<Numbered<5>>::GetInstance(), nullptr) << "was not alive, is not made now";
     SingletonBase::AllowRecreation();
     EXPECT_NE(Singleton<Numbered<1>>::GetInstance(), nullptr);
     SingletonBase::DestroyAll();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -19,8 +20,12 @@ namespace host {
 FOM_API bool SaveAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes,
                             Error& error);
 
-/// The content of a regular file. Empty, with `error` filled, when it cannot be read or is something else (a
-/// folder, a device, a pipe). Throws bad_alloc only.
-FOM_API std::optional<std::vector<std::byte>> ReadWholeFile(const std::filesystem::path& path, Error& error);
+/// What ReadWholeFile takes at the most unless it is told otherwise.
+inline constexpr std::uint64_t kLargestWholeFile = std::uint64_t{512} << 20;
+
+/// The content of a regular file. Empty, with `error` filled, when it cannot be read, has more than `largest`
+/// bytes or is something else (a folder, a device, a pipe). Throws bad_alloc only.
+FOM_API std::optional<std::vector<std::byte>> ReadWholeFile(const std::filesystem::path& path, Error& error,
+                                                            std::uint64_t largest = kLargestWholeFile);
 
 }  // namespace host

@@ -11,10 +11,10 @@ namespace VyrUtils {
 /// them.
 class FOM_API SingletonBase {
 public:
-    /// Destroys every living singleton, the latest made first, each under its own write lock, and marks it
-    /// destroyed, so that it is not made again until AllowRecreation.
+    /// Destroys every living singleton, the latest made first, each under its own write lock. From the moment
+    /// of the call until AllowRecreation none is made, whether it was alive or not.
     static void DestroyAll();
-    /// Undoes the mark: the next start may make singletons again.
+    /// The next start may make singletons again.
     static void AllowRecreation();
 
     SingletonBase(const SingletonBase&) = delete;
@@ -27,8 +27,8 @@ protected:
     /// write lock.
     void Register() noexcept;
     void Unregister() noexcept;
+    static bool MayBeMade() noexcept;
     virtual void Destroy() = 0;
-    virtual void Allow() = 0;
 
 private:
     friend class SingletonList;
@@ -41,15 +41,15 @@ private:
 template <class T>
 class Singleton final : SingletonBase {
 public:
-    /// The object, made on first use. Null once it has been destroyed at shutdown.
+    /// The object, made on first use. Null between shutdown and the next start.
     static T* GetInstance() {
         Singleton& self = Self();
         {
             ReadLock lock(self.m_lock);
-            if (self.m_object || self.m_destroyed) return self.m_object.get();
+            if (self.m_object) return self.m_object.get();
         }
         WriteLock lock(self.m_lock);
-        if (!self.m_object && !self.m_destroyed) {
+        if (!self.m_object && MayBeMade()) {
             self.m_object.reset(new T());
             self.Register();
         }
@@ -76,16 +76,10 @@ private:
     void Destroy() override {
         WriteLock lock(m_lock);
         m_object.reset();
-        m_destroyed = true;
-    }
-    void Allow() override {
-        WriteLock lock(m_lock);
-        m_destroyed = false;
     }
 
     ThreadLock m_lock;
     std::unique_ptr<T> m_object;
-    bool m_destroyed = false;
 };
 
 }  // namespace VyrUtils

@@ -89,9 +89,11 @@ public:
         double value[6];
     };
     Parameters GetParameters(const VyrMath::BoundsT<double>& bounds) const noexcept;
-    /// Replaces matrix, angle and centre offsets so that GetParameters against the same bounds gives
-    /// `parameters`. Nothing changes when a parameter is not finite, or when the matrix is relative to bounds
-    /// without an area.
+    /// Replaces matrix, angle and centre offsets so that the total matrix against the same bounds is the one
+    /// that VyrMath::Compose makes of `parameters`. GetParameters gives them back, up to rounding, where both
+    /// scales differ from 0 and they are as VyrMath::Decompose states them (it turns 270 degrees into -90 and
+    /// a negative x scale into half a turn). Nothing changes when a parameter or the matrix is not finite, or
+    /// when the matrix is relative to bounds without an area.
     void SetParameters(const Parameters& parameters, const VyrMath::BoundsT<double>& bounds) noexcept;
 
     /// A total order over every field, exact: whole numbers by value; doubles, colours and screens by their
