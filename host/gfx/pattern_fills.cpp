@@ -9,13 +9,10 @@
 
 namespace {
 
-/// Where the owner word starts in a block of `size` bytes, which must hold one.
-std::size_t OwnerOffset(std::size_t size) noexcept {
-    return size - sizeof(void*);
-}
+constexpr std::size_t kOwnerOffset = kPatternDataSize - sizeof(void*);
 
 bool HasOwner(HMEM block) noexcept {
-    return MEMMANGetSize(block) >= sizeof(void*);
+    return MEMMANGetSize(block) == kPatternDataSize;
 }
 
 }  // namespace
@@ -79,7 +76,7 @@ void* CGE_PATTERNFILL::GetOwner() const noexcept {
     void* owner = nullptr;
     if (!HasOwner(patternData)) return owner;
     if (const auto* bytes = static_cast<const std::byte*>(MEMMANLock(patternData))) {
-        std::memcpy(&owner, bytes + OwnerOffset(MEMMANGetSize(patternData)), sizeof owner);
+        std::memcpy(&owner, bytes + kOwnerOffset, sizeof owner);
         MEMMANUnlock(patternData);
     }
     return owner;
@@ -88,7 +85,7 @@ void* CGE_PATTERNFILL::GetOwner() const noexcept {
 void CGE_PATTERNFILL::SetOwner(const void* owner) noexcept {
     if (!HasOwner(patternData)) return;
     if (auto* bytes = static_cast<std::byte*>(MEMMANLock(patternData))) {
-        std::memcpy(bytes + OwnerOffset(MEMMANGetSize(patternData)), &owner, sizeof owner);
+        std::memcpy(bytes + kOwnerOffset, &owner, sizeof owner);
         MEMMANUnlock(patternData);
     }
 }

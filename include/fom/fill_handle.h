@@ -30,6 +30,8 @@ public:
     /// Takes the entry over, also when it throws; null gives no fill. An entry that is pooled already stays
     /// its pool's: the handle shares it, or holds a copy when its own pool is another one.
     explicit WFillHandle(WRefCountFill* entry, std::shared_ptr<WRCFillList> pool = nullptr);
+    /// A constant entry would pass for `solid`.
+    explicit WFillHandle(const WRefCountFill* entry, std::shared_ptr<WRCFillList> pool = nullptr) = delete;
     /// A copy of the record (null: kind 0), with a digest of 16 bytes where one is given.
     explicit WFillHandle(const CGE_FILL* record, std::shared_ptr<WRCFillList> pool = nullptr,
                          const long* digest = nullptr);
@@ -113,8 +115,8 @@ public:
     unsigned GetUserData() const noexcept;
     const MATRIX& GetTilingMatrix() const noexcept { return m_tilingMatrix; }
     const WRefCountFill* GetRefCountFill() const noexcept;
-    /// The colour that stands for the fill: as FILLGetDefaultStartColorFromFill. False for kinds without a
-    /// colour.
+    /// The colour that FILLGetDefaultStartColorFromFill starts from, as it is stored. False for kinds without
+    /// a colour and for a fountain without stops.
     bool GetPrimaryColor(CLR_COLORSPEC& color) const noexcept;
 
     /// A private entry that the caller owns; the handle holds nothing afterwards. Without an entry, a new one

@@ -49,7 +49,8 @@ public:
     /// must not put entries into this pool or take any out: that is asserted in debug builds and refused in
     /// release ones (AddOrGetDuplicate throws logic_error, RemoveInstance and ExtractInstanceForEditing
     /// return false and null with the reference kept). Finding an equal entry, giving up a reference that is
-    /// not the last one and enumerating again are allowed. An unset delegate visits nothing.
+    /// not the last one and enumerating again are allowed. An unset delegate visits nothing. Two threads that
+    /// each enumerate a pool and look into the other's must not do so while others write to both.
     void Enumerate(Delegate<bool(const WRefCountFill*)> visit) const;
     void Enumerate(Delegate<bool(const WRefCountFill*, void*)> visit, void* user) const;
 

@@ -18,6 +18,7 @@ public:
     /// A copy of the record; null gives no outline.
     explicit WRefCountOutline(const CGE_OUTLINE* record);
     WRefCountOutline(const WRefCountOutline& other);
+    ~WRefCountOutline() override;
     WRefCountOutline& operator=(const WRefCountOutline&) = delete;
 
     void ReadFrom(AbstractFileStream& stream) override;

@@ -96,6 +96,8 @@ public:
     void CopyColorNameList(const WRefCountFill* other);
     void DeleteAndFreeColorNameList() noexcept { m_colorNames.reset(); }
     int CompareColorNameLists(const WRefCountFill* other) const noexcept;
+    /// Null when no name was ever set.
+    const ColorNameMap* GetColorNameList() const noexcept { return m_colorNames.get(); }
     /// Takes over the map as it is (null: none). The map that is here already is left alone.
     void SetColorNameList(ColorNameMap* names) noexcept {
         if (names != m_colorNames.get()) m_colorNames.reset(names);

@@ -83,7 +83,7 @@ bool WFillHandle::SetVectorData(HMEM block) {
     return Edit([&copy](WRefCountFill& entry) {
         CGE_PATTERNFILL* changed = entry.GetCGEFill()->EditPattern();
         changed->AdoptPatternData(copy.release());
-        if (MEMMANGetSize(changed->patternData) == kPatternDataSize) changed->SetOwner(&entry);
+        changed->SetOwner(&entry);
     });
 }
 
@@ -131,6 +131,8 @@ bool WFillHandle::SetDigestKey(long* key) {
 }
 
 bool WFillHandle::SetColorNameList(WRefCountFill::ColorNameMap* names) {
+    const WRefCountFill* current = Entry();
+    if (current && names == current->GetColorNameList()) return false;  // its own map
     std::unique_ptr<WRefCountFill::ColorNameMap> taken(names);
     if (HasColorNames(names)) return false;
     return Edit([&taken](WRefCountFill& entry) { entry.SetColorNameList(taken.release()); });

@@ -87,9 +87,14 @@ InternPoolBase::Drop InternPoolBase::DropLast(InternNode& node) {
 }
 
 InternPoolBase::Drop InternPoolBase::DropLastLocked(InternNode& node) noexcept {
+    if (node.m_pool.load(std::memory_order_relaxed) != this) {
+        // This lock keeps nobody from finding it in a pool of another lock.
+        std::int32_t last = 1;
+        const bool wasLast = node.m_count.compare_exchange_strong(last, 0, std::memory_order_acq_rel);
+        return wasLast ? Drop::NotHere : Drop::StillHeld;
+    }
     if (CountOf(node) != 1) return Drop::StillHeld;
     node.m_count.store(0, std::memory_order_relaxed);  // the one reference is the caller's: nobody races
-    if (node.m_pool.load(std::memory_order_relaxed) != this) return Drop::NotHere;
     Unlink(node);
     return Drop::Removed;
 }
@@ -103,9 +108,9 @@ void InternPoolBase::Prefetch(const InternNode& node) const noexcept {
 // Every entry of a large pool and its slots are somewhere out of the caches: their loads are started some
 // entries ahead, the entry first and then what it leads to, so that they overlap.
 void InternPoolBase::DropBatch(std::span<InternNode* const> nodes, Drop* drops) {
-    if (IsVisitedHere()) {
-        assert(false && "the pool must not change while it is enumerated");
-        std::fill_n(drops, nodes.size(), Drop::NotHere);
+    if (IsVisitedHere()) {  // only references that are not the last can go
+        for (std::size_t i = 0; i < nodes.size(); ++i)
+            drops[i] = DropReference(*nodes[i]);
         return;
     }
     constexpr std::size_t kAhead = 8;

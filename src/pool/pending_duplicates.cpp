@@ -30,6 +30,8 @@ PendingDuplicatesBase::Entries PendingDuplicatesBase::Take(const AbstractFileStr
     Entries entries = std::move(row->second);
     m_streams.erase(row);
     std::erase_if(entries, [this](InternNode* entry) { return WaitsElsewhere(entry); });
+    for (InternNode* entry : entries)
+        entry->m_parked = false;
     return entries;
 }
 

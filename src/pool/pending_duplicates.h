@@ -19,8 +19,9 @@ class PendingDuplicatesBase {
 public:
     /// Throws bad_alloc, with nothing changed.
     void Park(InternNode& entry, const AbstractFileStream& stream);
-    /// The entry waits no longer: a pool owns it.
+    /// The entry waits no longer: a pool owns it, or it is about to go.
     void Unpark(InternNode& entry) noexcept;
+    static bool IsParked(const InternNode& entry) noexcept { return entry.m_parked; }
 
 protected:
     using Entries = std::set<InternNode*>;
@@ -42,6 +43,11 @@ public:
     static PendingDuplicates& Instance() {
         static PendingDuplicates& table = *new PendingDuplicates;
         return table;
+    }
+    /// What an entry's destructor calls: whoever is handed a parked entry may delete it, and the end of the
+    /// load must not find it then.
+    static void Leave(Entry& entry) noexcept {
+        if (IsParked(entry)) Instance().Unpark(entry);
     }
     /// Deletes the entries that waited for the stream alone; outside the lock, for destructors may take their
     /// time.

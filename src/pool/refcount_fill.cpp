@@ -7,6 +7,7 @@
 #include "fom/fill_record.h"
 
 #include "pool/fill_digest.h"
+#include "pool/pending_duplicates.h"
 
 namespace {
 
@@ -41,6 +42,7 @@ WRefCountFill::WRefCountFill(const WRefCountFill& other)
 }
 
 WRefCountFill::~WRefCountFill() {
+    VyrFOM::PendingDuplicates<WRefCountFill>::Leave(*this);
     DeallocateMemory();
 }
 

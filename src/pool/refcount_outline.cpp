@@ -2,12 +2,18 @@
 
 #include "fom/outline_list.h"
 
+#include "pool/pending_duplicates.h"
+
 WRefCountOutline::WRefCountOutline(const CGE_OUTLINE* record) {
     if (record) m_record = *record;
 }
 
 WRefCountOutline::WRefCountOutline(const WRefCountOutline& other)
     : ArchiveObject(other), InternNode(other), m_record(other.m_record) {}
+
+WRefCountOutline::~WRefCountOutline() {
+    VyrFOM::PendingDuplicates<WRefCountOutline>::Leave(*this);
+}
 
 int WRefCountOutline::Compare(const WRefCountOutline* other, bool mode) const noexcept {
     if (!other) return 1;

@@ -130,6 +130,11 @@ std::vector<Setter> Setters() {
          [](H h) { return h.SetDigestKey(Digest(h.GetRefCountFill()->GetDigestKey())); }},
         {FillUniform, Edits, [](H h) { return h.SetColorNameList(new Names(red)); }},
         {FillUniform, Refuses, [](H h) { return h.SetColorNameList(new Names); }},
+        {FillUniform, Edits,
+         [](H h) {
+             Names* names = new Names(red);
+             return h.SetColorNameList(names) && !h.SetColorNameList(names);
+         }},
     };
 }
 

@@ -111,6 +111,15 @@ TYPED_TEST(PoolTest, ParkedLosersAreFreedOnce) {
     list.EndLoad(other);
     EXPECT_EQ(pooledLater->GetReference(), 1);
     EXPECT_TRUE(list.RemoveInstance(pooledLater));
+
+    auto* survivor = TypeParam::New(1);
+    auto* deletedByItsHolder = TypeParam::New(1);
+    list.AddOrGetDuplicate(survivor, nullptr);
+    EXPECT_EQ(list.AddOrGetDuplicate(deletedByItsHolder, &stream), survivor);
+    delete deletedByItsHolder;
+    list.EndLoad(stream);
+    EXPECT_TRUE(list.RemoveInstance(survivor));
+    EXPECT_TRUE(list.RemoveInstance(survivor));
     EXPECT_LE(meter.ThreadBytes(), 0);
 }
 
@@ -160,7 +169,7 @@ TYPED_TEST(PoolTest, EnumerationStopsNestsAndRefusesChanges) {
     list.Enumerate([&](const Entry* entry) {
         const Entry* again = list.AddOrGetDuplicate(new Entry(*entry), nullptr);
         EXPECT_EQ(again, entry);
-        EXPECT_TRUE(list.RemoveInstance(again));
+        EXPECT_EQ(list.RemoveInstances(std::span(&again, 1)), 1u) << "not the last reference";
         list.Enumerate([&](const Entry*) { return ++seen, true; });
         return true;
     });

@@ -1,10 +1,14 @@
 #include <array>
 #include <cairo.h>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <librsvg/rsvg.h>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "host/base/temp_data.h"
 
@@ -33,6 +37,34 @@ std::string ReadContent(unsigned id) {
     return content;
 }
 
+void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
+    std::string result;
+    std::size_t done = 0;
+    for (std::size_t at = 0; (at = text.find(from, done)) != std::string::npos; done = at + from.size())
+        result.append(text, done, at - done).append(to);
+    if (done > 0) text = std::move(result.append(text, done));
+}
+
+/// Takes out what the renderer does not survive: convolutions by some matrices end the process, and noise of
+/// many octaves never ends. Content has these texts in markup only, for it escapes "<" and quotes elsewhere.
+void Tame(std::string& content) {
+    ReplaceAll(content, "<feConvolveMatrix", "<feOffset");
+    ReplaceAll(content, "</feConvolveMatrix", "</feOffset");
+    ReplaceAll(content, " numOctaves=\"", " data-octaves=\"");
+}
+
+/// Art that the renderer cannot draw is no news for the terminal.
+GLogWriterOutput WriteNoWarnings(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer data) {
+    if ((level & G_LOG_LEVEL_WARNING) != 0) return G_LOG_WRITER_HANDLED;
+    return g_log_writer_default(level, fields, count, data);
+}
+
+/// GLib takes a writer once in a process.
+void SilenceRenderer() {
+    [[maybe_unused]] static const bool done =
+        (g_log_set_writer_func(WriteNoWarnings, nullptr, nullptr), true);
+}
+
 /// A drawing that shows the part `box` of the content, whatever its size, in document units.
 std::string Wrap(const std::string& content, const RECT& box) {
     char start[256];
@@ -48,8 +80,9 @@ std::string Wrap(const std::string& content, const RECT& box) {
 
 Drawing Load(const CGE_VECTORFILL& vector) {
     const RECT& box = vector.originalBoundingBox;
-    const std::string content = ReadContent(vector.tmpFile);
+    std::string content = ReadContent(vector.tmpFile);
     if (content.empty() || box.right <= box.left || box.bottom <= box.top) return nullptr;
+    Tame(content);
     const std::string text = Wrap(content, box);
     GError* error = nullptr;
     Drawing drawing(
@@ -61,6 +94,7 @@ Drawing Load(const CGE_VECTORFILL& vector) {
 }  // namespace
 
 void PaintVector(CairoContext& target, const CGE_VECTORFILL& vector, const ObjectBounds& object) {
+    SilenceRenderer();
     const Drawing drawing = Load(vector);
     if (!drawing) return;
     const TileLayout layout = LayOutTiles(vector.tiling, vector.boundingBox, object);

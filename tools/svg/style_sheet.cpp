@@ -90,6 +90,7 @@ bool Holds(const StyleSheet::Rule& rule, const SelectorSubject& subject) {
 void StyleSheet::Add(std::string source, Omissions& omissions) {
     m_texts.push_back(WithoutComments(source));
     const std::string_view text = m_texts.back();
+    m_mostRules += text.size() / kBytesPerRule;
     for (std::size_t at = 0; at < text.size();) {
         if (IsSpace(text[at])) {
             ++at;
@@ -129,6 +130,10 @@ void StyleSheet::AddRule(std::string_view selectors, std::string_view body, Omis
         if (!rule) {
             omissions.Count("unsupported selector");
             continue;
+        }
+        if (m_rules.size() == m_mostRules) {
+            omissions.Count("style rule beyond what the sheet's length allows");
+            return;
         }
         rule->firstDeclaration = static_cast<std::uint32_t>(first);
         rule->lastDeclaration = static_cast<std::uint32_t>(m_declarations.size());

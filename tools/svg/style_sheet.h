@@ -57,6 +57,9 @@ public:
 
 private:
     static constexpr std::uint32_t kNoRule = static_cast<std::uint32_t>(-1);
+    // A rule takes many times the bytes of the shortest selector: sheets of nothing else are cut.
+    static constexpr std::size_t kBytesPerRule = 8;
+    static constexpr std::size_t kFewRules = 1024;
 
     // The last rule of each key. A sheet of many short rules must stay small in memory.
     using Index = std::unordered_map<std::string_view, std::uint32_t>;
@@ -69,6 +72,7 @@ private:
     std::deque<std::string> m_texts;
     std::vector<Declaration> m_declarations;
     std::vector<Rule> m_rules;
+    std::size_t m_mostRules = kFewRules;
     Index m_byId, m_byClass, m_byType;
 };
 

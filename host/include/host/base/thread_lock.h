@@ -7,8 +7,8 @@
 /// Reader-writer lock: many readers or one writer. Not recursive. A base class of what it protects.
 ///
 /// Readers on different threads do not disturb one another; a waiting writer keeps new readers out, so that
-/// it is never starved. A lock is released by the thread that took it, and is destroyed only when no thread
-/// is inside any of its functions. Takes under one KB: meant for pools and other few and large things.
+/// readers cannot starve it. A lock is released by the thread that took it, and is destroyed only when no
+/// thread is inside any of its functions. Takes under one KB: meant for pools and other few and large things.
 class FOM_API ThreadLock {
 public:
     ThreadLock();

@@ -64,8 +64,8 @@ public:
     void AdoptPatternData(HMEM block) noexcept;
     /// Frees the temporary data with its image (unless it is `id`) and takes over `id`.
     void AdoptTmpFile(std::uint32_t id) noexcept;
-    /// The owner word: the last pointer-sized word of the block. Null without a block, or when it is too
-    /// short.
+    /// The owner word: the last pointer-sized word of the block. Only blocks of kPatternDataSize have one:
+    /// null, and nothing is set, without a block and for one of another size.
     void* GetOwner() const noexcept;
     void SetOwner(const void* owner) noexcept;
 
