@@ -99,5 +99,5 @@ std::shared_ptr<WRCFillList> WRCFillList::GetHolder(const WRefCountFill* entry) 
 }
 
 void WRCFillList::EndLoad(AbstractFileStream& stream) {
-    VyrFOM::PendingDuplicates<WRefCountFill>::Instance().EndLoad(stream);
+    VyrFOM::PendingFillDuplicates::Instance().EndLoad(stream);
 }

@@ -59,5 +59,5 @@ std::size_t WRCOutlineList::GetCount() const noexcept {
 }
 
 void WRCOutlineList::EndLoad(AbstractFileStream& stream) {
-    VyrFOM::PendingDuplicates<WRefCountOutline>::Instance().EndLoad(stream);
+    VyrFOM::PendingOutlineDuplicates::Instance().EndLoad(stream);
 }

@@ -8,6 +8,9 @@
 
 #include "fom/intern_node.h"
 
+class WRefCountFill;
+class WRefCountOutline;
+
 namespace VyrFOM {
 
 /// Entries that lost a duplicate test while a stream was being loaded and that pointers read from that stream
@@ -56,5 +59,8 @@ public:
             delete static_cast<Entry*>(entry);
     }
 };
+
+using PendingFillDuplicates = PendingDuplicates<WRefCountFill>;
+using PendingOutlineDuplicates = PendingDuplicates<WRefCountOutline>;
 
 }  // namespace VyrFOM

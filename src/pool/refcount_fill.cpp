@@ -42,7 +42,7 @@ WRefCountFill::WRefCountFill(const WRefCountFill& other)
 }
 
 WRefCountFill::~WRefCountFill() {
-    VyrFOM::PendingDuplicates<WRefCountFill>::Leave(*this);
+    VyrFOM::PendingFillDuplicates::Leave(*this);
     DeallocateMemory();
 }
 

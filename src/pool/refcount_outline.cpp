@@ -12,7 +12,7 @@ WRefCountOutline::WRefCountOutline(const WRefCountOutline& other)
     : ArchiveObject(other), InternNode(other), m_record(other.m_record) {}
 
 WRefCountOutline::~WRefCountOutline() {
-    VyrFOM::PendingDuplicates<WRefCountOutline>::Leave(*this);
+    VyrFOM::PendingOutlineDuplicates::Leave(*this);
 }
 
 int WRefCountOutline::Compare(const WRefCountOutline* other, bool mode) const noexcept {
