@@ -37,13 +37,12 @@ std::uint32_t SmoothNoise(std::uint32_t seed, std::uint32_t u, std::uint32_t v, 
 
 std::uint32_t LayeredNoise(std::uint32_t seed, std::uint32_t u, std::uint32_t v, std::uint32_t columns,
                            std::uint32_t rows, unsigned layers) noexcept {
-    if (layers == 0) return 0;
+    const std::uint64_t weights = (std::uint64_t{1} << layers) - 1;
+    if (weights == 0) return 0;
     std::uint64_t sum = 0;
-    std::uint64_t weights = 0;
     for (unsigned layer = 0; layer < layers; ++layer) {
         const std::uint64_t weight = std::uint64_t{1} << (layers - 1 - layer);
         sum += weight * SmoothNoise(seed + layer, u, v, columns << layer, rows << layer);
-        weights += weight;
     }
     return static_cast<std::uint32_t>(sum / weights);
 }
