@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Checks which room includes which: tools -> fom -> host, and upwards nowhere. Run from the project's root."""
 
+import os
 import re
 import subprocess
 import sys
@@ -17,11 +18,14 @@ LIBRARY_ORDER = {
     "colorlink": ["fill", "pool", "outline", "colorlink"],
     "styles": ["fill", "pool", "outline", "styles"],
 }
-# Records and comparisons call neither pool nor stream; these files of the fill room are the exceptions: handles, what
-# duplicates handles, and the one comparison that is defined by pooled entries.
+# Records and comparisons call neither pool nor stream; these files of the fill and outline rooms are the exceptions:
+# handles, what duplicates handles or has defaults of them, and the one comparison that is defined by pooled entries.
 POOL_HEADERS = ["fom/fill_list.h", "fom/refcount_fill.h", "fom/fill_handle.h", "fom/outline_list.h",
-                "fom/duplication.h", "host/stream/"]
-POOL_USERS = re.compile(r"^src/fill/(fill_handle\w*|fill_compare_decide|duplication|fill_defaults_colors)\.(cpp|h)$")
+                "fom/refcount_outline.h", "fom/outline_handle.h", "fom/outline_handle_list.h",
+                "fom/pooled_reference.h", "fom/duplication.h", "pool/", "host/stream/"]
+POOL_USERS = re.compile(
+    r"^src/(fill/(fill_handle\w*|fill_compare_decide|fill_defaults_colors)"
+    r"|outline/(outline_handle\w*|outline_default_handles|duplication))\.(cpp|h)$")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)')
 STANDARD = re.compile(r"^[a-z_0-9]+$")
 
@@ -53,7 +57,7 @@ def check(path, included, system):
             folder = included.split("/")[0]
             if folder in LIBRARY_ORDER and folder not in LIBRARY_ORDER[own]:
                 return f"{own} may not include {folder}"
-            if own == "fill" and included.startswith(tuple(POOL_HEADERS)) and not POOL_USERS.match(path):
+            if own in ("fill", "outline") and included.startswith(tuple(POOL_HEADERS)) and not POOL_USERS.match(path):
                 return "records and comparisons use neither pool nor stream"
         return None
     if path.startswith("tools/svg/") and included.startswith("fom/"):
@@ -65,7 +69,7 @@ def main():
     listing = ["git", "ls-files", "--cached", "--others", "--exclude-standard", "*.h", "*.cpp", "*.inc"]
     files = subprocess.run(listing, capture_output=True, text=True, check=True).stdout.split()
     bad = 0
-    for path in files:
+    for path in filter(os.path.exists, files):
         with open(path, encoding="utf-8") as source:
             for number, line in enumerate(source, 1):
                 m = INCLUDE.match(line)

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <span>
 
 #include "host/base/memory.h"
@@ -13,6 +14,10 @@ class MemoryBlock {
 public:
     /// A block with these bytes. Throws bad_alloc.
     explicit MemoryBlock(std::span<const std::uint8_t> bytes);
+    /// Takes over a new block. Throws bad_alloc for null, which says that there was no memory for it.
+    explicit MemoryBlock(HMEM block) : m_block(block) {
+        if (!block) throw std::bad_alloc();
+    }
     ~MemoryBlock() { MEMMANFree(m_block); }
     MemoryBlock(MemoryBlock&& other) noexcept : m_block(other.m_block) { other.m_block = nullptr; }
     MemoryBlock(const MemoryBlock&) = delete;
@@ -23,8 +28,5 @@ public:
 private:
     HMEM m_block;
 };
-
-/// Whether both blocks have the same bytes; two null handles are the same.
-bool HaveSameBytes(HMEM a, HMEM b) noexcept;
 
 }  // namespace host

@@ -25,7 +25,7 @@ struct StandaloneSet {
     ResourceTable resourceStrings;
     StandaloneUnits units{preferences, graphicsEngine};
     ProceduralTextures textureEngine;
-    BuiltInArrowheads arrowheads;
+    StandaloneArrowheads arrowheads;
     StandaloneFilters importFilters;
     StandaloneFillContainers fillContainers;
     BuiltInPatternImages patternImages;

@@ -2,36 +2,17 @@
 
 #include <bit>
 
+#include "base/locked_block.h"
+
 namespace host::detail {
-namespace {
-
-class LockedBlock {
-public:
-    explicit LockedBlock(HMEM block) noexcept
-        : m_block(block), m_data(MEMMANLock(block)), m_size(m_data ? MEMMANGetSize(block) : 0) {}
-    ~LockedBlock() {
-        if (m_data) MEMMANUnlock(m_block);
-    }
-    LockedBlock(const LockedBlock&) = delete;
-    LockedBlock& operator=(const LockedBlock&) = delete;
-
-    const void* Data() const noexcept { return m_data; }
-    std::size_t Size() const noexcept { return m_size; }
-
-private:
-    HMEM m_block;
-    void* m_data;
-    std::size_t m_size;
-};
-
-}  // namespace
 
 int CompareBlocks(HMEM a, HMEM b) noexcept {
     if (a == b) return 0;
     if (!a || !b) return a ? 1 : -1;
     const LockedBlock first(a), second(b);
-    if (first.Size() != second.Size()) return first.Size() < second.Size() ? -1 : 1;
-    return first.Size() == 0 ? 0 : std::memcmp(first.Data(), second.Data(), first.Size());
+    const std::size_t size = first.Bytes().size();
+    if (size != second.Bytes().size()) return size < second.Bytes().size() ? -1 : 1;
+    return size == 0 ? 0 : std::memcmp(first.Bytes().data(), second.Bytes().data(), size);
 }
 
 void HashBytes(Hasher& hasher, const void* data, std::size_t size) noexcept {
@@ -63,8 +44,8 @@ void FieldHash::operator()(HMEM block) noexcept {
     Gather(block != nullptr);
     if (!block) return;
     const LockedBlock locked(block);
-    Gather(locked.Size());
-    HashBytes(m_hasher, locked.Data(), locked.Size());
+    Gather(locked.Bytes().size());
+    HashBytes(m_hasher, locked.Bytes().data(), locked.Bytes().size());
 }
 
 }  // namespace host::detail

@@ -1,6 +1,7 @@
 #pragma once
 
 /// The fill and outline model: everything at once. Each header stands alone as well.
+#include "fom/dot_dash.h"
 #include "fom/duplication.h"
 #include "fom/fill_blend.h"
 #include "fom/fill_compare.h"
@@ -12,6 +13,15 @@
 #include "fom/fill_record.h"
 #include "fom/globals.h"
 #include "fom/hatch_lines.h"
+#include "fom/line_pattern_preset.h"
+#include "fom/outline_blend.h"
+#include "fom/outline_defaults.h"
+#include "fom/outline_flags.h"
+#include "fom/outline_handle.h"
+#include "fom/outline_handle_list.h"
 #include "fom/outline_list.h"
+#include "fom/outline_record.h"
+#include "fom/pen_width.h"
 #include "fom/refcount_fill.h"
+#include "fom/refcount_outline.h"
 #include "fom/startup.h"

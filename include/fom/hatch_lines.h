@@ -13,8 +13,8 @@ namespace VyrFOM {
 /// (docs/hatch_lines.md). Results round half away from zero and saturate at 32 bits. A singular or non-finite
 /// matrix, or one beyond 1e100, changes nothing.
 FOM_API void TransformHatchLines(CGE_HATCHFILL& hatch, const MATRIX& m);
-/// The pens follow the object's transformation: width and dot length grow by the mean scale of `m`, the
-/// square root of its determinant's size, rounded and saturated likewise.
+/// The pens follow the object's transformation, each as OUTPreAdjustPenWidth and OUTPostAdjustPenWidth
+/// (fom/pen_width.h). A matrix that changes no lines changes no pens. Throws bad_alloc, nothing changed.
 FOM_API void PreAdjustHatchPenWidths(CGE_HATCHFILL& hatch, const MATRIX& m);
 FOM_API void PostAdjustHatchPenWidths(CGE_HATCHFILL& hatch, const MATRIX& m);
 /// The pens' own transformations become the identity.

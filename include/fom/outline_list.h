@@ -7,47 +7,22 @@
 #include "host/base/delegate.h"
 #include "host/base/export.h"
 #include "host/base/thread_lock.h"
-#include "host/gfx/outline.h"
-#include "host/stream/archive_object.h"
 
-#include "fom/intern_node.h"
+#include "fom/refcount_outline.h"
 
-/// An outline that a pool stores once and many holders share; see WRefCountFill for the rules.
-class FOM_API WRefCountOutline final : public ArchiveObject, public VyrFOM::InternNode {
-public:
-    /// A copy of the record; null gives no outline.
-    explicit WRefCountOutline(const CGE_OUTLINE* record);
-    WRefCountOutline(const WRefCountOutline& other);
-    ~WRefCountOutline() override;
-    WRefCountOutline& operator=(const WRefCountOutline&) = delete;
-
-    void ReadFrom(AbstractFileStream& stream) override;
-    void WriteTo(AbstractFileStream& stream) const override;
-    const char* getClassName() const override { return "WRefCountOutline"; }
-
-    long AddReference(long n) noexcept { return AddToCount(static_cast<std::int32_t>(n)); }
-    long RemoveReference(long n) noexcept {
-        return AddToCount(static_cast<std::int32_t>(0 - static_cast<unsigned long>(n)));
-    }
-    long GetReference() const noexcept { return m_count.load(std::memory_order_acquire); }
-    VyrUtils::Guid GetGuid() const noexcept { return m_record.guid; }
-    const CGE_OUTLINE* GetCGEOutline() const noexcept { return &m_record; }
-    CGE_OUTLINE* GetCGEOutline() noexcept { return &m_record; }
-
-    int Compare(const WRefCountOutline* other, bool mode) const noexcept;
-    std::uint64_t GetHash() const noexcept;
-
-private:
-    CGE_OUTLINE m_record;
-};
-
-/// A document's pool of outlines; the same pool as WRCFillList over another type.
+/// A document's pool of outlines, in which equal outlines are stored once: WRCFillList for outlines, with the
+/// same rules throughout (fom/fill_list.h). Unlike that one it is owned by whoever made it.
 class FOM_API WRCOutlineList : public ThreadLock {
 public:
     WRCOutlineList();
+    /// Deletes every entry still pooled, whatever its count.
     ~WRCOutlineList();
+    WRCOutlineList(const WRCOutlineList&) = delete;
+    WRCOutlineList& operator=(const WRCOutlineList&) = delete;
 
     const WRefCountOutline* AddOrGetDuplicate(WRefCountOutline* outline, AbstractFileStream* stream);
+    /// The same for a record that the caller keeps: an entry is made only when none is equal.
+    const WRefCountOutline* AddOrGetCopy(const CGE_OUTLINE& record);
     bool RemoveInstance(const WRefCountOutline* entry);
     std::size_t RemoveInstances(std::span<const WRefCountOutline* const> entries);
     WRefCountOutline* ExtractInstanceForEditing(const WRefCountOutline* entry);
@@ -56,13 +31,22 @@ public:
     std::size_t GetCount() const noexcept;
     static void EndLoad(AbstractFileStream& stream);
 
+    /// A reference that does not own the pool; weak ones made of it expire when the pool dies. Main thread
+    /// only.
+    std::shared_ptr<WRCOutlineList> GetUnowned() const noexcept { return m_self; }
+    /// The pool that holds the entry now, not owned; null for null and for an entry that is in none. The
+    /// caller holds the entry.
+    static std::shared_ptr<WRCOutlineList> GetHolder(const WRefCountOutline* entry) noexcept;
+
 private:
     class Impl;
     std::unique_ptr<Impl> m_impl;
+    std::shared_ptr<WRCOutlineList> m_self;
 };
 
-/// The original pool lives as long as the process; the caller keeps ownership of a pool that it installs. No
-/// lock.
+/// The process-wide pools. The original one lives as long as the process. The caller keeps ownership of a
+/// pool that it makes the active one; when that dies, and for null, the original becomes the active one
+/// again. No lock is taken: they belong to the host's main thread.
 FOM_API WRCOutlineList* GetActiveOutlineList();
 FOM_API void SetActiveOutlineList(WRCOutlineList* list);
 FOM_API WRCOutlineList* GetOriginalActiveOutlineList();

@@ -1,32 +1,27 @@
 #include "fill/color_blend.h"
 
-#include <cmath>
 #include <cstdint>
 
 #include "host/color/convert.h"
 
-#include "fill/rounding.h"
+#include "fill/between.h"
 
 namespace VyrFOM {
 namespace {
 
-int Between(int a, int b, double factor) noexcept {
-    return RoundTo<int>(a + (b - a) * factor);
-}
-
 std::uint16_t BlendHue(int a, int b, double factor) noexcept {
     const int turn = ((b - a) % 360 + 540) % 360 - 180;
-    return static_cast<std::uint16_t>((Between(a, a + turn, factor) + 360) % 360);
+    return static_cast<std::uint16_t>((RoundBetween(a, a + turn, factor) + 360) % 360);
 }
 
 std::uint16_t BlendSigned(std::uint16_t a, std::uint16_t b, double factor) noexcept {
-    const int blended = Between(static_cast<std::int16_t>(a), static_cast<std::int16_t>(b), factor);
+    const int blended = RoundBetween(static_cast<std::int16_t>(a), static_cast<std::int16_t>(b), factor);
     return static_cast<std::uint16_t>(blended);
 }
 
 std::uint16_t BlendBytes(std::uint16_t a, std::uint16_t b, double factor) noexcept {
-    const int low = Between(a & 0xFF, b & 0xFF, factor);
-    const int high = Between(a >> 8, b >> 8, factor);
+    const int low = RoundBetween(a & 0xFF, b & 0xFF, factor);
+    const int high = RoundBetween(a >> 8, b >> 8, factor);
     return static_cast<std::uint16_t>(low | (high << 8));
 }
 
@@ -36,7 +31,7 @@ std::uint16_t BlendComponent(ClrModel model, unsigned i, std::uint16_t a, std::u
     if (isHue) return BlendHue(a, b, factor);
     if (model == ClrModel::LAB && i != 0) return BlendSigned(a, b, factor);
     if (model == ClrModel::Hexachrome && i < 3) return BlendBytes(a, b, factor);
-    return static_cast<std::uint16_t>(Between(a, b, factor));
+    return static_cast<std::uint16_t>(RoundBetween(a, b, factor));
 }
 
 /// The same ink, apart from how densely it is printed.
@@ -49,8 +44,8 @@ bool IsSameInk(const CLR_COLORSPEC& a, CLR_COLORSPEC b) noexcept {
 
 CLR_COLORSPEC BlendDensities(const CLR_COLORSPEC& a, const CLR_COLORSPEC& b, double factor) noexcept {
     CLR_COLORSPEC blended = a;
-    blended.SetInkDensity(Between(a.GetInkDensity(), b.GetInkDensity(), factor));
-    blended.SetDensity(Between(a.GetDensity(), b.GetDensity(), factor));
+    blended.SetInkDensity(RoundBetween(a.GetInkDensity(), b.GetInkDensity(), factor));
+    blended.SetDensity(RoundBetween(a.GetDensity(), b.GetDensity(), factor));
     return blended;
 }
 
@@ -70,7 +65,7 @@ bool BlendColor(const ColorContext& context, CLR_COLORSPEC& out, const CLR_COLOR
     for (unsigned i = 0; i < 4; ++i)
         blended.SetComponent(
             i, BlendComponent(model, i, blended.GetComponent(i), other.GetComponent(i), factor));
-    blended.SetInkDensity(Between(blended.GetInkDensity(), other.GetInkDensity(), factor));
+    blended.SetInkDensity(RoundBetween(blended.GetInkDensity(), other.GetInkDensity(), factor));
     blended.SetPaletteType(0);
     blended.SetIdentity({});
     out = blended;

@@ -5,26 +5,13 @@
 
 #include "host/engines/texture_parameters.h"
 
+#include "fill/between.h"
 #include "fill/fountain_stops.h"
-#include "fill/rounding.h"
 
 namespace {
 
-using VyrFOM::RoundTo;
-
-double Between(double a, double b, double factor) noexcept {
-    return a == b ? a : a + (b - a) * factor;
-}
-
-template <class T>
-T RoundBetween(T a, T b, double factor) noexcept {
-    return RoundTo<T>(Between(static_cast<double>(a), static_cast<double>(b), factor));
-}
-
-MATRIX Between(const MATRIX& a, const MATRIX& b, double factor) noexcept {
-    return {Between(a.a, b.a, factor), Between(a.b, b.b, factor),   Between(a.c, b.c, factor),
-            Between(a.d, b.d, factor), Between(a.tx, b.tx, factor), Between(a.ty, b.ty, factor)};
-}
+using VyrFOM::Between;
+using VyrFOM::RoundBetween;
 
 RECT Between(const RECT& a, const RECT& b, double factor) noexcept {
     return {RoundBetween(a.left, b.left, factor), RoundBetween(a.top, b.top, factor),

@@ -2,14 +2,12 @@
 
 #include <utility>
 
-#include "host/services/calls.h"
+#include "fom/outline_defaults.h"
 
 namespace {
 
 constexpr std::int32_t kHatchSpacing = 25400;   // a tenth of an inch
 constexpr std::int32_t kHatchAngle = 45000000;  // 45 degrees
-constexpr std::int32_t kHairline = 762;
-constexpr std::int16_t kCircularNib = 100;
 
 CLR_FOUNTCOLOR MakeStop(std::uint16_t position, const CLR_COLORSPEC& color) {
     CLR_FOUNTCOLOR stop;
@@ -96,23 +94,11 @@ void FILLGetDefaultPSFill(CGE_PSFILL* postScript) {
 
 void FILLSetDefaultCGEHatchLine(CGE_HATCHLINE* line) {
     if (!line) return;
-    const bool roundCaps = GetHostSwitch(L"OutlineEndCapDefaultRound");
-    const bool roundJoins = GetHostSwitch(L"OutlineJoinDefaultRound");
+    OUTGetDefaultOutline(&line->pen, 0);
     line->origin = POINT();
     line->offset = 0;
     line->spacing = kHatchSpacing;
     line->angle = kHatchAngle;
-    CGE_OUTLINE& pen = line->pen;
-    pen.SetToNoOutline();
-    pen.type = OutlineSolid;
-    pen.endCaps = roundCaps ? 1 : 0;
-    pen.join = roundJoins ? 1 : 0;
-    pen.justification = 0;
-    pen.width = kHairline;
-    pen.nibStretch = kCircularNib;
-    pen.color.MakeCMYKBlack();
-    pen.screen.Init();
-    pen.matrix = MATRIX();
 }
 
 void FILLSetDefaultCGEHatch(CGE_HATCHFILL* hatch) {

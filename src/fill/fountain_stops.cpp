@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <span>
 
+#include "fill/between.h"
 #include "fill/color_blend.h"
-#include "fill/rounding.h"
 
 namespace VyrFOM {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 bool BlendStop(const ColorContext& context, CLR_FOUNTCOLOR& out, const CLR_FOUNTCOLOR& a,
                const CLR_FOUNTCOLOR& b, double factor) {
     if (!BlendColor(context, out.color, a.color, b.color, factor)) return false;
-    out.transparency = RoundTo<std::uint16_t>(a.transparency + (b.transparency - a.transparency) * factor);
+    out.transparency = RoundBetween(a.transparency, b.transparency, factor);
     return true;
 }
 

@@ -2,7 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
+#include <utility>
+#include <vector>
+
+#include "fom/pen_width.h"
 
 #include "fill/rounding.h"
 
@@ -68,13 +73,16 @@ void TransformLine(CGE_HATCHLINE& line, const MATRIX& m) noexcept {
     line.angle = RoundTo<std::int32_t>(std::fmod(line.angle + turn, kFullTurn));
 }
 
-void ScalePens(CGE_HATCHFILL& hatch, const MATRIX& m) noexcept {
+// Copies are fitted, so that running out of memory half-way leaves the hatch as it was.
+template <class Fit>
+void FitPens(CGE_HATCHFILL& hatch, const MATRIX& m, Fit fit) {
     if (!IsUsable(m)) return;
-    const double scale = std::sqrt(std::abs(Determinant(m)));
-    for (CGE_HATCHLINE& line : hatch.lines) {
-        line.pen.width = RoundTo<std::int32_t>(line.pen.width * scale);
-        line.pen.dotLength = RoundTo<std::uint32_t>(line.pen.dotLength * scale);
-    }
+    std::vector<CGE_OUTLINE> pens;
+    pens.reserve(hatch.lines.size());
+    for (const CGE_HATCHLINE& line : hatch.lines)
+        fit(pens.emplace_back(line.pen), &m);
+    for (std::size_t i = 0; i < pens.size(); ++i)
+        hatch.lines[i].pen = std::move(pens[i]);
 }
 
 }  // namespace
@@ -86,11 +94,11 @@ void TransformHatchLines(CGE_HATCHFILL& hatch, const MATRIX& m) {
 }
 
 void PreAdjustHatchPenWidths(CGE_HATCHFILL& hatch, const MATRIX& m) {
-    ScalePens(hatch, m);
+    FitPens(hatch, m, OUTPreAdjustPenWidth);
 }
 
 void PostAdjustHatchPenWidths(CGE_HATCHFILL& hatch, const MATRIX& m) {
-    ScalePens(hatch, m);
+    FitPens(hatch, m, OUTPostAdjustPenWidth);
 }
 
 void ClearHatchLineTransfos(CGE_HATCHFILL& hatch) {

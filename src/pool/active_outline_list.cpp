@@ -4,7 +4,7 @@ namespace {
 
 struct ProcessPools {
     WRCOutlineList* original = new WRCOutlineList;
-    WRCOutlineList* active = original;
+    std::weak_ptr<WRCOutlineList> active = original->GetUnowned();
 };
 
 // Never destroyed, like the pools of fills: static objects may give entries back until the process is gone.
@@ -19,11 +19,12 @@ ProcessPools& Pools() {
 }  // namespace
 
 WRCOutlineList* GetActiveOutlineList() {
-    return Pools().active;
+    const std::shared_ptr<WRCOutlineList> active = Pools().active.lock();
+    return active ? active.get() : Pools().original;
 }
 
 void SetActiveOutlineList(WRCOutlineList* list) {
-    Pools().active = list;
+    Pools().active = (list ? list : Pools().original)->GetUnowned();
 }
 
 WRCOutlineList* GetOriginalActiveOutlineList() {

@@ -25,13 +25,28 @@ public:
     VyrFOM::InternPool<WRefCountOutline> pool;
 };
 
-WRCOutlineList::WRCOutlineList() : m_impl(std::make_unique<Impl>(*this)) {}
+// Nobody owns the list through m_self: it only tells weak references when the list is gone.
+WRCOutlineList::WRCOutlineList()
+    : m_impl(std::make_unique<Impl>(*this)), m_self(this, [](WRCOutlineList*) {}) {}
 
-WRCOutlineList::~WRCOutlineList() = default;
+// Before the entries die, so that none is given back to a pool that is going.
+WRCOutlineList::~WRCOutlineList() {
+    m_self.reset();
+}
 
 const WRefCountOutline* WRCOutlineList::AddOrGetDuplicate(WRefCountOutline* outline,
                                                           AbstractFileStream* stream) {
     return m_impl->pool.AddOrGetDuplicate(outline, stream);
+}
+
+const WRefCountOutline* WRCOutlineList::AddOrGetCopy(const CGE_OUTLINE& record) {
+    const auto isEqual = [&record](const WRefCountOutline& entry) { return entry.EqualsCopyOf(record); };
+    if (const WRefCountOutline* entry = m_impl->pool.Find(WRefCountOutline::HashOfCopy(record), isEqual))
+        return entry;
+    auto outline = std::make_unique<WRefCountOutline>(&record);
+    const WRefCountOutline* entry = m_impl->pool.AddOrGetDuplicate(outline.get(), nullptr);
+    outline.release();
+    return entry;
 }
 
 bool WRCOutlineList::RemoveInstance(const WRefCountOutline* entry) {
@@ -56,6 +71,12 @@ void WRCOutlineList::Enumerate(Delegate<bool(const WRefCountOutline*, void*)> vi
 
 std::size_t WRCOutlineList::GetCount() const noexcept {
     return m_impl->pool.GetCount();
+}
+
+// The entry is held, so that its pool is there, or on its way out: then nothing is left of m_self.
+std::shared_ptr<WRCOutlineList> WRCOutlineList::GetHolder(const WRefCountOutline* entry) noexcept {
+    const VyrFOM::InternPoolBase* pool = entry ? VyrFOM::InternPoolBase::PoolOf(*entry) : nullptr;
+    return pool ? static_cast<WRCOutlineList*>(pool->GetOwner())->GetUnowned() : nullptr;
 }
 
 void WRCOutlineList::EndLoad(AbstractFileStream& stream) {

@@ -7,6 +7,12 @@
 #include <numbers>
 #include <random>
 
+#include "host/gfx/des9_wideline.h"
+
+#include "fom/outline_record.h"
+
+#include "support/alloc_faults.h"
+
 namespace {
 
 /// Angle, spacing, offset and origin.
@@ -74,16 +80,34 @@ TEST(HatchLines, UselessMatricesChangeNothing) {
         EXPECT_EQ(line, Map(line, m));
 }
 
-TEST(HatchLines, PensScaleByTheMeanAndForgetTheirTransforms) {
+TEST(HatchLines, PensFollowAsPensAndForgetTheirTransforms) {
     CGE_HATCHFILL hatch;
-    hatch.SetHatchArraySize(1);
+    hatch.SetHatchArraySize(2);
+    hatch.lines[1].pen.width = 30;
     CGE_OUTLINE& pen = hatch.lines[0].pen;
     pen.width = 100;
     pen.dotLength = 10;
     pen.matrix.tx = 9;
-    VyrFOM::PreAdjustHatchPenWidths(hatch, {0, 2, -8, 0, 0, 0});
-    EXPECT_EQ(400, pen.width);
-    EXPECT_EQ(40u, pen.dotLength);
+    CGE_DES9_WIDELINE wideline;
+    wideline.threadWidth = 50;
+    pen.SetToWideline(wideline);
+    const CGE_HATCHFILL before = hatch;
+    const auto check = [&] {
+        ASSERT_EQ(0, OUTCompareOutlines(&before.lines[0].pen, &pen, false));
+        ASSERT_EQ(30, hatch.lines[1].pen.width);
+    };
+    VyrFOM::PreAdjustHatchPenWidths(hatch, {1, 2, 2, 4, 0, 0});
+    check();
+    EXPECT_NE(0u, testing_support::FailEachAllocation(
+                      [&] {
+                          VyrFOM::PreAdjustHatchPenWidths(hatch, {0, 2, -8, 0, 0, 0});
+                      },
+                      check));
+    EXPECT_EQ(800, pen.width);
+    EXPECT_EQ(25, pen.nibStretch);
+    EXPECT_EQ(80u, pen.dotLength);
+    EXPECT_EQ(400, dynamic_cast<const CGE_DES9_WIDELINE&>(*pen.GetWideline()).threadWidth);
+    EXPECT_EQ(240, hatch.lines[1].pen.width);
     VyrFOM::PostAdjustHatchPenWidths(hatch, {1e9, 0, 0, 1e9, 0, 0});
     EXPECT_EQ(kMax, pen.width);
     VyrFOM::ClearHatchLineTransfos(hatch);

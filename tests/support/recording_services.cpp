@@ -157,7 +157,7 @@ struct Arrowheads final : host::ArrowheadList, Recorder {
     unsigned GetCount() override { return builtIn.GetCount(); }
     HMEM GetHandle(unsigned index) override { return builtIn.GetHandle(index); }
     bool AreSame(HMEM a, HMEM b) override { return builtIn.AreSame(a, b); }
-    host::BuiltInArrowheads builtIn;
+    host::StandaloneArrowheads builtIn;
 };
 
 struct Filters final : host::ImportFilters, Recorder {

@@ -2,11 +2,9 @@
 #include <set>
 #include <vector>
 
-#include "engines/arrowheads.h"
 #include "engines/import_filters.h"
 #include "engines/mono_patterns.h"
 #include "engines/pattern_images.h"
-#include "support/alloc_faults.h"
 #include "support/leak_check.h"
 
 namespace {
@@ -18,49 +16,6 @@ std::vector<std::uint8_t> Bytes(HMEM block) {
     std::vector<std::uint8_t> bytes(data, data + MEMMANGetSize(block));
     MEMMANUnlock(block);
     return bytes;
-}
-
-TEST_F(BuiltInTest, ArrowheadsAreDistinctPolygons) {
-    host::BuiltInArrowheads arrowheads;
-    ASSERT_GE(arrowheads.GetCount(), 6u);
-    std::set<std::vector<std::uint8_t>> shapes;
-    for (unsigned i = 0; i < arrowheads.GetCount(); ++i) {
-        const std::vector<std::uint8_t> bytes = Bytes(arrowheads.GetHandle(i));
-        ASSERT_GE(bytes.size(), 4u);
-        EXPECT_EQ(bytes.size(), 4 + std::size_t{bytes[0]} * 8);
-        shapes.insert(bytes);
-    }
-    EXPECT_EQ(shapes.size(), arrowheads.GetCount());
-    EXPECT_EQ(arrowheads.GetHandle(arrowheads.GetCount()), nullptr);
-    // The barbed one's count and its first point, (-1000, -2000).
-    const std::vector<std::uint8_t> barbed = Bytes(arrowheads.GetHandle(2));
-    EXPECT_EQ(std::vector<std::uint8_t>(barbed.begin(), barbed.begin() + 12),
-              (std::vector<std::uint8_t>{4, 0, 0, 0, 0x18, 0xFC, 0xFF, 0xFF, 0x30, 0xF8, 0xFF, 0xFF}));
-}
-
-TEST_F(BuiltInTest, ArrowheadsAreTheSameByTheirBytes) {
-    host::BuiltInArrowheads arrowheads;
-    const HMEM first = arrowheads.GetHandle(0);
-    const HMEM copy = MEMMANDuplicate(first);
-    EXPECT_TRUE(arrowheads.AreSame(first, copy));
-    EXPECT_FALSE(arrowheads.AreSame(copy, arrowheads.GetHandle(1)));
-    EXPECT_FALSE(arrowheads.AreSame(copy, nullptr));
-    EXPECT_TRUE(arrowheads.AreSame(nullptr, nullptr));
-    static_cast<std::uint8_t*>(MEMMANLock(copy))[7] ^= 1;
-    MEMMANUnlock(copy);
-    EXPECT_FALSE(arrowheads.AreSame(first, copy));
-    MEMMANFree(copy);
-}
-
-TEST_F(BuiltInTest, ArrowheadsFreeAllAndSurviveFailedAllocations) {
-    host::BuiltInArrowheads arrowheads;
-    const std::size_t before = host::LiveMemoryBlocks();
-    EXPECT_GT(testing_support::FailEachAllocation([&] { arrowheads.Load(); },
-                                                  [&] { EXPECT_EQ(host::LiveMemoryBlocks(), before); }),
-              0u);
-    EXPECT_EQ(host::LiveMemoryBlocks(), before + arrowheads.GetCount());
-    arrowheads.Free();
-    EXPECT_EQ(host::LiveMemoryBlocks(), before);
 }
 
 TEST_F(BuiltInTest, MonoPatternsAreDistinctEightByEight) {
