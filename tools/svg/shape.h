@@ -10,6 +10,7 @@
 #include "svg/bounds.h"
 #include "svg/matrix.h"
 #include "svg/paint.h"
+#include "svg/stroke.h"
 #include "svg/style.h"
 #include "svg/tags.h"
 #include "svg/viewport.h"
@@ -31,6 +32,7 @@ struct Shape {
     FillRule fillRule = FillRule::NonZero;
     /// Opacity of the fill, from 0 to 1; colours have an alpha of their own beside it.
     double fillOpacity = 1;
+    Stroke stroke;
     /// Product of the "opacity" of the shape and of everything it stands in.
     double layerOpacity = 1;
 

@@ -249,7 +249,7 @@ void Walker::Show(host::XmlNode element, Tag tag, const ElementFacts& facts, con
     shape.element = m_reading.namespaces.LocalName(element.Name());
     shape.id = facts.id;
     shape.transform = inner.transform;
-    if (tag != Tag::Line) shape.fill = ResolveFill(style);
+    if (tag != Tag::Line) shape.fill = m_servers.Resolve(style.fill, style);
     shape.fillRule = style.fillRule;
     shape.fillOpacity = style.fillOpacity;
     shape.layerOpacity = inner.opacity;
@@ -258,27 +258,11 @@ void Walker::Show(host::XmlNode element, Tag tag, const ElementFacts& facts, con
     shape.viewport = inner.viewport;
     shape.xml = &m_reading.xml;
     shape.node = element;
-    if (style.stroke.kind == PaintValue::Kind::Reference) m_servers.Touch(style.stroke.reference);
+    m_strokes.Read(tag, style, inner.viewport, shape.stroke);
+    const bool both = shape.fill.kind != Paint::Kind::None && shape.stroke.paint.kind != Paint::Kind::None;
+    if (style.strokeFirst && both) m_reading.omissions.Count("paint-order");
     if (!inner.text) NoteAnimations(element);
     if (!m_reading.HasFailed()) m_visit(shape);
-}
-
-Paint Walker::ResolveFill(const Style& style) {
-    PaintValue::Kind kind = style.fill.kind;
-    if (kind == PaintValue::Kind::Reference) {
-        if (const Paint* paint = m_servers.Find(style.fill.reference)) return *paint;
-        const bool inside = style.fill.reference.starts_with('#');
-        m_reading.omissions.Count(inside ? "unresolved reference" : "external reference");
-        kind = style.fill.fallback;
-    }
-    switch (kind) {
-        case PaintValue::Kind::Color:
-            return {.kind = Paint::Kind::Solid, .color = style.fill.color};
-        case PaintValue::Kind::CurrentColor:
-            return {.kind = Paint::Kind::Solid, .color = style.color};
-        default:
-            return {};
-    }
 }
 
 }  // namespace svg
