@@ -13,6 +13,8 @@
 #include "fom/import_report.h"
 #include "fom/options.h"
 #include "fom/path_text.h"
+#include "fom/pen_fit.h"
+#include "fom/pen_picture.h"
 #include "fom/startup.h"
 #include "fom/swatch_sheet.h"
 
@@ -121,6 +123,22 @@ int RunSwatches(const Options& options, Console& console) {
     return counts.anyError ? kFailure : kSuccess;
 }
 
+int RunPens(const Options& options, Console& console) {
+    const PenFit fit = FitPen(options.pens);
+    if (!options.output.empty()) {
+        host::Error error;
+        const std::optional<std::vector<std::byte>> png = DrawPenFit(fit, error);
+        if (!png) {
+            error.what = PathText(options.output);
+            console.Fail(error);
+            return kFailure;
+        }
+        if (!Write(options, *png, console)) return kFailure;
+    }
+    const std::string text = options.json ? ToJson(fit) : ToText(fit);
+    return Write({}, std::as_bytes(std::span(text)), console) ? kSuccess : kFailure;
+}
+
 }  // namespace
 
 int Run(int argc, const char* const* argv, Console& console, HeapGauge gauge) {
@@ -135,6 +153,7 @@ int Run(int argc, const char* const* argv, Console& console, HeapGauge gauge) {
             console.Fail({.what = {}, .offset = 0, .line = 0, .reason = "the library does not start"});
             return kFailure;
         }
+        if (options->action == Action::Pens) return RunPens(*options, console);
         return options->action == Action::Import ? RunImport(*options, console, gauge)
                                                  : RunSwatches(*options, console);
     } catch (const std::bad_alloc&) {
