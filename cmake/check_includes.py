@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Checks which room includes which: tools -> fom -> host, and upwards nowhere. Run from the project's root."""
 
+import os
 import re
 import subprocess
 import sys
@@ -65,7 +66,7 @@ def main():
     listing = ["git", "ls-files", "--cached", "--others", "--exclude-standard", "*.h", "*.cpp", "*.inc"]
     files = subprocess.run(listing, capture_output=True, text=True, check=True).stdout.split()
     bad = 0
-    for path in files:
+    for path in filter(os.path.exists, files):  # not what was removed and is still in the index
         with open(path, encoding="utf-8") as source:
             for number, line in enumerate(source, 1):
                 m = INCLUDE.match(line)

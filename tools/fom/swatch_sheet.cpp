@@ -137,6 +137,7 @@ private:
 
     void DrawSwatch(const Swatch& swatch, double x, double y) {
         const CGE_FILL& fill = *swatch.fill->GetCGEFill();
+        std::string_view missing;
         cairo_save(m_target);
         cairo_rectangle(m_target, x, y, kSwatchWidth, kSwatchHeight);
         cairo_clip(m_target);
@@ -149,11 +150,12 @@ private:
             cairo_scale(m_target, kSwatchWidth / (box.right - box.left),
                         kSwatchHeight / (box.bottom - box.top));
             cairo_translate(m_target, -box.left, -box.top);
-            PaintFill(*m_target, fill, box);
+            missing = PaintFill(*m_target, fill, box);
         }
         cairo_restore(m_target);
         DrawFrame(x, y);
-        const SwatchLabel label = LabelOf(fill);
+        SwatchLabel label = LabelOf(fill);
+        if (!missing.empty()) label.detail = missing;
         double line = y + kSwatchHeight + 14;
         Write(label.name, x, line, 11, kSwatchWidth, Ink::Strong);
         if (!label.detail.empty()) Write(label.detail, x, line += 13, 9.5, kSwatchWidth, Ink::Plain);
