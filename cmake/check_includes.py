@@ -69,7 +69,7 @@ def main():
     listing = ["git", "ls-files", "--cached", "--others", "--exclude-standard", "*.h", "*.cpp", "*.inc"]
     files = subprocess.run(listing, capture_output=True, text=True, check=True).stdout.split()
     bad = 0
-    for path in filter(os.path.exists, files):
+    for path in filter(os.path.exists, files):  # not what was removed and is still in the index
         with open(path, encoding="utf-8") as source:
             for number, line in enumerate(source, 1):
                 m = INCLUDE.match(line)

@@ -177,7 +177,7 @@ void Importer::Drawing::AddOutline(const svg::Shape& shape) {
 /// Vector fills with different temporary data differ for the pool, so that equal patterns are recognised
 /// here, whichever drawing they are in. Null when the pattern is broken.
 const WFillHandle* Importer::Drawing::FindPattern(const svg::Shape& shape) {
-    const std::optional<svg::Rect> box = shape.Bounds();
+    const std::optional<svg::Rect> box = shape.Bounds(m_tally.omissions);
     std::string key = PatternKey(*shape.fill.pattern, box);
     const PooledPattern* pooled = nullptr;
     if (const auto found = m_importer.m_patterns.find(key); found != m_importer.m_patterns.end()) {

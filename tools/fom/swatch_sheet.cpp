@@ -118,35 +118,37 @@ private:
     }
 
     void DrawSwatch(const Swatch& swatch, double x, double y) {
+        std::string_view missing;
         cairo_save(m_target);
         cairo_rectangle(m_target, x, y, kSwatchWidth, kSwatchHeight);
         cairo_clip(m_target);
         cairo_translate(m_target, x, y);
         if (swatch.fill) {
-            DrawFill(*swatch.fill->GetCGEFill());
+            missing = DrawFill(*swatch.fill->GetCGEFill());
         } else {
             PaintStrokeSample(*m_target, *swatch.outline->GetCGEOutline(), kSwatchWidth, kSwatchHeight);
         }
         cairo_restore(m_target);
         DrawFrame(x, y);
-        const SwatchLabel label = MakeLabel(swatch);
+        SwatchLabel label = MakeLabel(swatch);
+        if (!missing.empty()) label.detail = missing;
         double line = y + kSwatchHeight + 14;
         m_text.Write(label.name, {x, line, 11, kSwatchWidth}, Ink::Strong);
         if (!label.detail.empty()) m_text.Write(label.detail, {x, line += 13, 9.5, kSwatchWidth}, Ink::Plain);
         m_text.Write("\u00d7 " + Grouped(swatch.uses), {x, line + 13, 10, kSwatchWidth}, Ink::Faint);
     }
 
-    void DrawFill(const CGE_FILL& fill) {
+    /// Answers what is missing, as PaintFill does.
+    std::string_view DrawFill(const CGE_FILL& fill) {
         if (fill.GetType() == FillNone) {
             DrawNone();
-        } else {
-            if (fill.GetType() != FillUniform) DrawCheckers();
-            const ObjectBounds box = FitSwatch(fill, kSwatchWidth, kSwatchHeight);
-            cairo_scale(m_target, kSwatchWidth / (box.right - box.left),
-                        kSwatchHeight / (box.bottom - box.top));
-            cairo_translate(m_target, -box.left, -box.top);
-            PaintFill(*m_target, fill, box);
+            return {};
         }
+        if (fill.GetType() != FillUniform) DrawCheckers();
+        const ObjectBounds box = FitSwatch(fill, kSwatchWidth, kSwatchHeight);
+        cairo_scale(m_target, kSwatchWidth / (box.right - box.left), kSwatchHeight / (box.bottom - box.top));
+        cairo_translate(m_target, -box.left, -box.top);
+        return PaintFill(*m_target, fill, box);
     }
 
     void DrawNone() {

@@ -9,6 +9,7 @@
 
 #include "svg/bounds.h"
 #include "svg/matrix.h"
+#include "svg/omissions.h"
 #include "svg/paint.h"
 #include "svg/stroke.h"
 #include "svg/style.h"
@@ -44,8 +45,10 @@ struct Shape {
     Viewport viewport;
 
     /// The box of the geometry in the shape's own coordinates, stroke not included. Read from the geometry
-    /// when asked for. Nothing for text and for geometry that is not finite.
-    std::optional<Rect> Bounds() const;
+    /// when asked for; where path data or points are malformed, what stands before the mistake counts, as it
+    /// is what is drawn, and the shape is counted in `omissions`. Nothing for text and for geometry that is
+    /// not finite.
+    std::optional<Rect> Bounds(Omissions& omissions) const;
 
     /// Where the element starts in the text of the document: its byte and its line, counted from 1.
     std::size_t Offset() const { return node.Offset(); }
@@ -55,8 +58,9 @@ struct Shape {
     host::XmlNode node;
 };
 
-/// Whether a shape of that kind has geometry to draw; `data` is the "d" or "points" attribute.
+/// Whether a shape of that kind has geometry to draw; `data` is the "d" or "points" attribute. Counted is a
+/// shape with an invalid length, under another name when it has no size for that.
 bool HasGeometry(Tag tag, host::XmlNode node, host::XmlAttribute data, const Style& style,
-                 const Viewport& viewport);
+                 const Viewport& viewport, Omissions& omissions);
 
 }  // namespace svg

@@ -25,7 +25,7 @@ struct Drawing {
             std::string(content) + "</svg>";
         good =
             document.LoadText(text, "drawing.svg") && document.ForEachShape([this](const svg::Shape& shape) {
-                items.push_back({shape, shape.Bounds(), shape.style->strokeWidth.value});
+                items.push_back({shape, shape.Bounds(unbounded), shape.style->strokeWidth.value});
             });
     }
 
@@ -46,5 +46,6 @@ struct Drawing {
 
     svg::Document document;
     std::vector<Item> items;
+    svg::Omissions unbounded;
     bool good = false;
 };
