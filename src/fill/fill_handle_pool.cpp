@@ -1,4 +1,3 @@
-#include <new>
 #include <utility>
 
 #include "fill/fill_handle_edit.h"
@@ -6,12 +5,12 @@
 
 std::shared_ptr<WRCFillList> WFillHandle::FindPool() const {
     std::shared_ptr<WRCFillList> pool = m_pool.lock();
-    return pool ? pool : GetActiveFillList();
+    if (!pool) pool = GetActiveFillList();
+    return pool;
 }
 
-bool WFillHandle::IsOnlyHolderIn(const std::shared_ptr<WRCFillList>& pool) const noexcept {
-    const bool isThere = m_pooled && !m_holder.owner_before(pool) && !pool.owner_before(m_holder);
-    return isThere && m_entry->GetReference() == 1;
+bool WFillHandle::IsHeldBy(const std::shared_ptr<WRCFillList>& pool) const noexcept {
+    return m_pooled && !m_holder.owner_before(pool) && !pool.owner_before(m_holder);
 }
 
 /// A copy as an edit starts from: of an entry with other holders without its user data.
@@ -20,35 +19,6 @@ std::unique_ptr<WRefCountFill> WFillHandle::MakePrivateCopy() const {
     if (!entry) return std::make_unique<WRefCountFill>(false);
     const bool isShared = m_pooled && entry->GetReference() > 1;
     return isShared ? std::make_unique<WRefCountFill>(*entry) : CopyWithUserData(*entry);
-}
-
-/// Requires that the entry lives in `pool`. The handle holds nothing then; null, and nothing has changed,
-/// while the pool refuses changes.
-std::unique_ptr<WRefCountFill> WFillHandle::TakeOut(WRCFillList& pool) {
-    std::unique_ptr<WRefCountFill> entry(pool.ExtractInstanceForEditing(m_entry));
-    if (!entry && WRCFillList::GetHolder(m_entry).get() == &pool) return nullptr;
-    Forget();
-    return entry ? std::move(entry) : std::make_unique<WRefCountFill>(false);
-}
-
-/// Requires a handle that holds nothing. When it throws, `entry` is the caller's as before.
-void WFillHandle::Register(const std::shared_ptr<WRCFillList>& pool, std::unique_ptr<WRefCountFill>& entry) {
-    const WRefCountFill* pooled = pool->AddOrGetDuplicate(entry.get(), nullptr);
-    if (!pooled) throw std::bad_alloc();
-    entry.release();
-    Hold(pooled, pool);
-}
-
-/// An entry that went out a moment ago goes back; where even that needs memory, the handle keeps it itself.
-void WFillHandle::PutBack(const std::shared_ptr<WRCFillList>& pool,
-                          std::unique_ptr<WRefCountFill> entry) noexcept {
-    if (!entry) return;
-    try {
-        Register(pool, entry);
-    } catch (...) {
-        m_own = std::move(entry);
-        m_entry = m_own.get();
-    }
 }
 
 void WFillHandle::Hold(const WRefCountFill* entry, const std::shared_ptr<WRCFillList>& pool) noexcept {
@@ -62,7 +32,6 @@ void WFillHandle::Hold(const WRefCountFill* entry, const std::shared_ptr<WRCFill
 void WFillHandle::Forget() noexcept {
     m_entry = nullptr;
     m_pooled = false;
-    m_own.reset();
 }
 
 void WFillHandle::Clear() noexcept {
@@ -75,26 +44,32 @@ void WFillHandle::Clear() noexcept {
 bool WFillHandle::SelectAndRegister(std::unique_ptr<WRefCountFill> entry, AbstractFileStream* stream) {
     const std::shared_ptr<WRCFillList> pool = FindPool();
     if (!pool) return false;
-    return Replace(pool, [&](WRCFillList& list) {
-        const WRefCountFill* pooled = list.AddOrGetDuplicate(entry.get(), stream);
-        if (pooled) entry.release();
-        return pooled;
-    });
+    if (IsHeldBy(pool)) {
+        m_entry = pool->ReplaceInstance(m_entry, entry.get(), stream);
+        entry.release();
+        return true;
+    }
+    const WRefCountFill* pooled = pool->AddOrGetDuplicate(entry.get(), stream);
+    entry.release();
+    Clear();
+    Hold(pooled, pool);
+    return true;
 }
 
-bool WFillHandle::RegisterCopyOf(const CGE_FILL& record) {
+void WFillHandle::RegisterCopyOf(const CGE_FILL& record) {
     const std::shared_ptr<WRCFillList> pool = FindPool();
-    if (!pool) return false;
-    return Replace(pool, [&](WRCFillList& list) { return list.AddOrGetCopy(record); });
+    if (!pool) return;
+    if (IsHeldBy(pool)) {
+        m_entry = pool->ReplaceByCopy(m_entry, record);
+        return;
+    }
+    const WRefCountFill* pooled = pool->AddOrGetCopy(record);
+    Clear();
+    Hold(pooled, pool);
 }
 
 void WFillHandle::Copy(const WFillHandle& other) {
     if (this == &other) return;
-    if (other.m_own) {
-        WFillHandle copy(CopyWithUserData(*other.m_own).release(), other.m_pool.lock());
-        copy.m_tilingMatrix = other.m_tilingMatrix;
-        return Copy(copy);
-    }
     // Locked while the count is raised, so that the entry cannot die in between.
     const std::shared_ptr<WRCFillList> holder = other.m_pooled ? other.m_holder.lock() : nullptr;
     const bool isGone = other.m_pooled && !holder;
@@ -109,38 +84,44 @@ void WFillHandle::Copy(const WFillHandle& other) {
 }
 
 void WFillHandle::SetRefCountFill(WRefCountFill* entry) {
-    if (entry && entry == m_own.get()) return;
     Forget();
     m_entry = entry;
     if (!entry) return;
     if (const std::shared_ptr<WRCFillList> holder = WRCFillList::GetHolder(entry)) Hold(entry, holder);
 }
 
+// An entry of its own moves whole; what others hold too stays where it is.
 std::shared_ptr<WRCFillList> WFillHandle::MoveToOtherFillList(std::shared_ptr<WRCFillList> pool) {
     std::shared_ptr<WRCFillList> told = m_pool.lock();
     const std::shared_ptr<WRCFillList> target = pool ? pool : GetActiveFillList();
     if (!target) return told;
     const std::shared_ptr<WRCFillList> holder = m_pooled ? m_holder.lock() : nullptr;
-    std::unique_ptr<WRefCountFill> own = holder && IsOnlyHolderIn(holder) ? TakeOut(*holder) : nullptr;
-    std::unique_ptr<WRefCountFill> entry = own ? std::move(own) : MakePrivateCopy();
-    const WRefCountFill* pooled = nullptr;
-    try {
-        pooled = target->AddOrGetDuplicate(entry.get(), nullptr);
-    } catch (...) {
-        if (!m_entry && holder) PutBack(holder, std::move(entry));
-        throw;
+    const bool isThere = holder == target && m_entry->GetReference() == 1;
+    if (!isThere) {
+        const bool mayMove = holder && holder != target;
+        const WRefCountFill* pooled = mayMove ? target->AdoptInstance(*holder, m_entry) : nullptr;
+        if (pooled) {
+            Forget();
+        } else {
+            std::unique_ptr<WRefCountFill> copy = MakePrivateCopy();
+            pooled = target->AddOrGetDuplicate(copy.get(), nullptr);
+            copy.release();
+            Clear();
+        }
+        Hold(pooled, target);
     }
-    entry.release();
-    Clear();
-    Hold(pooled, target);
     m_pool = pool;
     return told;
 }
 
 WRefCountFill* WFillHandle::ExtractRefCountFill() {
-    std::unique_ptr<WRefCountFill> entry = std::move(m_own);
-    const std::shared_ptr<WRCFillList> holder = m_pooled ? m_holder.lock() : nullptr;
-    if (holder) entry = TakeOut(*holder);
+    std::unique_ptr<WRefCountFill> entry;
+    if (const std::shared_ptr<WRCFillList> holder = m_pooled ? m_holder.lock() : nullptr) {
+        entry.reset(holder->ExtractInstanceForEditing(m_entry));
+        // The pool refuses changes: the reference is kept, and the caller gets a copy.
+        const bool isRefused = !entry && WRCFillList::GetHolder(m_entry) == holder;
+        if (!isRefused) Forget();
+    }
     if (!entry) entry = MakePrivateCopy();
     Clear();
     return entry.release();
