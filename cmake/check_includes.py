@@ -55,7 +55,8 @@ def check(path, included, system):
         if path.startswith("src/"):
             own = path.split("/")[1]
             folder = included.split("/")[0]
-            if folder in LIBRARY_ORDER and folder not in LIBRARY_ORDER[own]:
+            allowed = LIBRARY_ORDER[own] + (["pool"] if POOL_USERS.match(path) else [])
+            if folder in LIBRARY_ORDER and folder not in allowed:
                 return f"{own} may not include {folder}"
             if own in ("fill", "outline") and included.startswith(tuple(POOL_HEADERS)) and not POOL_USERS.match(path):
                 return "records and comparisons use neither pool nor stream"

@@ -8,6 +8,7 @@
 #include "host/stream/archive_object.h"
 
 #include "fom/fill_list.h"
+#include "fom/pooled_reference.h"
 
 /// How the application holds and edits one fill. A handle shares a pooled entry and carries its own tiling
 /// matrix. Every change is copy-on-write: the handle registers a changed copy, or changes an entry that it
@@ -146,27 +147,14 @@ public:
     void ReadMat(AbstractFileStream& stream) noexcept;
 
 private:
-    std::shared_ptr<WRCFillList> FindPool() const;
-    const WRefCountFill* Entry() const noexcept { return m_pooled && m_holder.expired() ? nullptr : m_entry; }
+    const WRefCountFill* Entry() const noexcept { return m_entry.Get(); }
     const CGE_FILL* GetCGEFill(CgeFillType kind) const noexcept;
     const CGE_PATTERNFILL* GetPattern() const noexcept;
     bool HasColorNames(const WRefCountFill::ColorNameMap* names) const noexcept;
-    bool IsHeldBy(const std::shared_ptr<WRCFillList>& pool) const noexcept;
-    std::unique_ptr<WRefCountFill> MakePrivateCopy() const;
-    void Hold(const WRefCountFill* entry, const std::shared_ptr<WRCFillList>& pool) noexcept;
-    template <class Change>
-    bool Edit(Change&& change);
-    bool SelectAndRegister(std::unique_ptr<WRefCountFill> entry, AbstractFileStream* stream);
-    void RegisterCopyOf(const CGE_FILL& record);
     template <class Change>
     void EditHatchLines(bool always, Change&& change);
-    void Forget() noexcept;
-    void Clear() noexcept;
 
-    const WRefCountFill* m_entry = nullptr;
-    std::weak_ptr<WRCFillList> m_pool;    // as told; may be unset
-    std::weak_ptr<WRCFillList> m_holder;  // the pool that holds m_entry
-    bool m_pooled = false;                // m_entry lives in m_holder, and dies with it
+    VyrFOM::PooledReference<WRefCountFill, WRCFillList> m_entry;
     MATRIX m_tilingMatrix;
 };
 

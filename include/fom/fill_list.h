@@ -8,6 +8,7 @@
 #include "host/base/export.h"
 #include "host/base/thread_lock.h"
 
+#include "fom/pooled_reference.h"
 #include "fom/refcount_fill.h"
 
 /// A document's pool of fills, in which equal fills are stored once. It owns its entries. Safe for concurrent
@@ -64,7 +65,8 @@ public:
     static void EndLoad(AbstractFileStream& stream);
 
 private:
-    friend class WFillHandle;
+    template <class, class>
+    friend class VyrFOM::PooledReference;
 
     // What a handle does with the entry that it holds here, each in one step for all other threads. On
     // failure, which passes as an exception, nothing has changed.
