@@ -97,6 +97,6 @@ private:
     bool Copy(const CGE_OUTLINE* record, bool copyColor, bool copyRest, bool duplicateArrows);
     bool SetArrowStyle(HMEM& arrow, unsigned index);
 
+    std::unique_ptr<ColorName> m_colorName;  // beside the node, where a lookup that asks for it is anyway
     CGE_OUTLINE m_record;
-    std::unique_ptr<ColorName> m_colorName;
 };
