@@ -119,6 +119,7 @@ void HashBytes(Hasher& hasher, const void* data, std::size_t size) noexcept;
 /// the end.
 class FieldHash {
 public:
+    // cppcheck-suppress uninitMemberVar
     explicit FieldHash(Hasher& hasher) noexcept : m_hasher(hasher) {}
     ~FieldHash() { HashBytes(m_hasher, m_gathered, m_used); }
     FieldHash(const FieldHash&) = delete;
