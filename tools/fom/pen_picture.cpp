@@ -135,6 +135,7 @@ private:
                     double x) {
         const std::vector<Polyline> lines = SampleLines(old);
         std::vector<Polyline> mapped;
+        mapped.reserve(lines.size());
         for (const Polyline& line : lines)
             mapped.push_back(line.Transformed(m));
         const double radius = pen.type == OutlineNone ? 0 : LongerAxis(pen) / 2;
