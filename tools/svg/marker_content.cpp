@@ -98,7 +98,7 @@ bool MarkerContent::Visit(host::XmlNode element) {
     if (tag == Tag::Group) {
         if (m_frames.size() == kMostDepth) return false;
         inner.next = element.FirstElement();
-        m_frames.push_back(std::move(inner));
+        m_frames.push_back(inner);
         return true;
     }
     return HasOutline(tag) && VisitShape(element, tag, facts.data, inner);
