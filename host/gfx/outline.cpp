@@ -32,7 +32,7 @@ void CGE_OUTLINE::SetToNoOutline() noexcept {
 
 void CGE_OUTLINE::SetToWideline(const CGE_WIDELINE& wideline) {
     SetWideline(wideline.Clone());
-    type = static_cast<std::uint16_t>((type & 0xFFF0) | OutlineWideline);
+    SetKind(OutlineWideline);
 }
 
 const CGE_WIDELINE* CGE_OUTLINE::GetWideline() const noexcept {

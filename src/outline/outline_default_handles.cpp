@@ -13,22 +13,17 @@ namespace {
 /// Document units, by the number of the pen; 0 has none.
 constexpr std::array<std::int32_t, 11> kPresetWidths{0,     762,   1764,  3528,  7056, 14111,
                                                      28222, 42333, 56444, 70556, 84667};
-constexpr std::int16_t kRoundNib = 100;
-
-std::uint16_t WithKind(std::uint16_t type, CgeOutlineType kind) noexcept {
-    return static_cast<std::uint16_t>((type & 0xFFF0) | kind);
-}
 
 void RemoveStroke(CGE_OUTLINE& outline) noexcept {
-    outline.type = WithKind(outline.type, OutlineNone);
+    outline.SetKind(OutlineNone);
     outline.leftArrow = outline.rightArrow = nullptr;
 }
 
 void SetStroke(CGE_OUTLINE& outline, std::int32_t width) noexcept {
-    if ((outline.type & 15) == OutlineNone) outline.type = WithKind(outline.type, OutlineSolid);
+    if ((outline.type & 15) == OutlineNone) outline.SetKind(OutlineSolid);
     outline.nibAngle = 0;
     outline.width = width;
-    outline.nibStretch = kRoundNib;
+    outline.nibStretch = CGE_OUTLINE::kRoundNib;
     if (outline.color.GetModel() == ClrModel::None) outline.color.MakeCMYKBlack();
 }
 

@@ -4,12 +4,6 @@
 
 #include "fom/outline_record.h"
 
-namespace {
-
-constexpr std::int16_t kRoundNib = 100;
-
-}  // namespace
-
 void OUTGetDefaultOutline(CGE_OUTLINE* outline, int rgbBlack) {
     if (!outline) return;
     const bool roundCaps = GetHostSwitch(L"OutlineEndCapDefaultRound");
@@ -20,7 +14,7 @@ void OUTGetDefaultOutline(CGE_OUTLINE* outline, int rgbBlack) {
     outline->join = roundJoins ? 1 : 0;
     outline->width = OUTGetDefaultPatternWidth();
     outline->justification = 0;
-    outline->nibStretch = kRoundNib;
+    outline->nibStretch = CGE_OUTLINE::kRoundNib;
     if (rgbBlack != 0)
         outline->color.MakeRGBBlack();
     else

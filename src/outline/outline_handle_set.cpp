@@ -11,11 +11,6 @@
 namespace {
 
 constexpr std::int32_t kHairline = 762;
-constexpr std::int16_t kRoundNib = 100;
-
-std::uint16_t WithKind(std::uint16_t type, CgeOutlineType kind) noexcept {
-    return static_cast<std::uint16_t>((type & 0xFFF0u) | (kind & 0xFu));
-}
 
 /// The nearest value that the field holds.
 template <class T, class V>
@@ -27,8 +22,8 @@ T Held(V value) noexcept {
 
 void GiveWidth(CGE_OUTLINE& record, unsigned width) noexcept {
     if ((record.type & 15) == OutlineNone) {
-        record.type = WithKind(record.type, OutlineSolid);
-        if (record.nibStretch == 0) record.nibStretch = kRoundNib;
+        record.SetKind(OutlineSolid);
+        if (record.nibStretch == 0) record.nibStretch = CGE_OUTLINE::kRoundNib;
     }
     record.width = Held<std::int32_t>(width);
 }
@@ -42,7 +37,7 @@ bool WOutlineHandle::Edit(Change&& change) {
 
 void WOutlineHandle::SetCGEType(CgeOutlineType kind) {
     if (GetCGEType() == kind) return;
-    Edit([=](CGE_OUTLINE& record) { record.type = WithKind(record.type, kind); });
+    Edit([=](CGE_OUTLINE& record) { record.SetKind(kind); });
 }
 
 void WOutlineHandle::SetWidth(unsigned width) {
@@ -143,13 +138,13 @@ void WOutlineHandle::SetToNoOutline() {
 void WOutlineHandle::MakeSolid() {
     if (GetCGEType() != OutlineNone) return;
     Edit([](CGE_OUTLINE& record) {
-        record.type = WithKind(record.type, OutlineSolid);
+        record.SetKind(OutlineSolid);
         record.nibAngle = 0;
         record.dotDash.count = 0;
         record.leftArrow = record.rightArrow = nullptr;
         record.dotLength = 0;
         record.width = kHairline;
-        record.nibStretch = kRoundNib;
+        record.nibStretch = CGE_OUTLINE::kRoundNib;
     });
 }
 

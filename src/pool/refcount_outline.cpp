@@ -35,7 +35,6 @@ struct WRefCountOutline::ColorName {
 namespace {
 
 constexpr int kDefaultWidth = 50;
-constexpr int kRoundNib = 100;
 
 /// Null for null.
 HMEM DuplicateArrow(HMEM arrow) {
@@ -56,7 +55,7 @@ void DuplicateArrows(CGE_OUTLINE& record) {
 WRefCountOutline::WRefCountOutline(bool visible) {
     m_record.type = visible ? OutlineSolid : OutlineNone;
     m_record.width = kDefaultWidth;
-    m_record.nibStretch = kRoundNib;
+    m_record.nibStretch = CGE_OUTLINE::kRoundNib;
     m_record.color.MakeRGB(0, 0, 0);
 }
 
@@ -66,7 +65,7 @@ WRefCountOutline::WRefCountOutline(unsigned width, const CLR_COLORSPEC* color,
     m_record.type = OutlineSolid;
     m_record.width = static_cast<std::int32_t>(
         std::min<unsigned>(width, static_cast<unsigned>(std::numeric_limits<std::int32_t>::max())));
-    m_record.nibStretch = kRoundNib;
+    m_record.nibStretch = CGE_OUTLINE::kRoundNib;
     if (color) m_record.color = *color;
     if (preset) SetLinePatternPreset(*preset);
     if (leftArrow != 0) SetLeftArrowStyle(leftArrow);

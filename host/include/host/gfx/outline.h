@@ -38,13 +38,15 @@ enum CgeOutlineType : std::uint16_t {
 /// when they are not the default. A record is used by one thread at a time; const use is safe from several.
 class FOM_API CGE_OUTLINE {
 public:
+    static constexpr std::int16_t kRoundNib = 100;
+
     std::uint16_t type = OutlineNone;
-    std::uint16_t endCaps = 0;        ///< 0 butt, 1 round, 2 square
-    std::uint16_t join = 0;           ///< 0 miter, 1 round, 2 bevel
-    std::uint16_t justification = 0;  ///< 0 centred on the path
-    std::int32_t width = 0;           ///< document units
-    std::int16_t nibStretch = 100;    ///< per cent, 100 is circular
-    std::int32_t nibAngle = 0;        ///< millionths of a degree
+    std::uint16_t endCaps = 0;            ///< 0 butt, 1 round, 2 square
+    std::uint16_t join = 0;               ///< 0 miter, 1 round, 2 bevel
+    std::uint16_t justification = 0;      ///< 0 centred on the path
+    std::int32_t width = 0;               ///< document units
+    std::int16_t nibStretch = kRoundNib;  ///< per cent
+    std::int32_t nibAngle = 0;            ///< millionths of a degree
     MATRIX matrix;
     CLR_COLORSPEC color;
     CLR_SCREENSPEC screen;
@@ -55,6 +57,10 @@ public:
     std::uint32_t dotLength = 0;  ///< document units
     VyrUtils::Guid guid;          ///< never takes part in comparison
 
+    /// The low four bits of the type; the higher ones stay.
+    void SetKind(CgeOutlineType kind) noexcept {
+        type = static_cast<std::uint16_t>((type & 0xFFF0u) | (kind & 0xFu));
+    }
     /// Kind 1, everything else as a default-constructed record; the GUID stays.
     void SetToNoOutline() noexcept;
     /// Kind 8 with a copy of `wideline`; the higher bits of the type and everything else stay.
