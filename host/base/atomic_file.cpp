@@ -16,6 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kReadStep = std::size_t{1} << 16;
+constexpr int kMostLinks = 40;
 
 bool Fail(Error& error, const fs::path& path, std::uint64_t offset, std::string reason) {
     error = {ToUtf8(FromPath(path)), offset, 0, std::move(reason)};
@@ -54,31 +55,47 @@ std::error_code WriteAndFlush(const detail::OsFile& file, std::span<const std::b
     return code;
 }
 
-fs::path FollowLink(const fs::path& path) {
-    std::error_code code;
-    if (!fs::is_symlink(path, code)) return path;
-    fs::path target = fs::canonical(path, code);
-    if (code == std::errc::not_enough_memory) throw std::bad_alloc();
-    return code ? path : target;
+bool IsOfProcesses(const fs::path& folder) {
+    auto step = folder.begin();
+    return step != folder.end() && *step == "/" && ++step != folder.end() && *step == "proc";
+}
+
+/// Where the name `path` leads in the end, whether or not something is there. A link among the system's own
+/// names of open files is not a place: what it shows as its target may be anybody's.
+std::optional<fs::path> FollowLinks(fs::path path, std::error_code& code) {
+    for (int links = 0; fs::is_symlink(fs::symlink_status(path, code)); ++links) {
+        code = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+        if (links == kMostLinks) return std::nullopt;
+        const fs::path folder = fs::canonical(path.has_parent_path() ? path.parent_path() : ".", code);
+        if (!code && IsOfProcesses(folder)) code = std::make_error_code(std::errc::invalid_argument);
+        if (!code) path = folder / fs::read_symlink(path, code);
+        if (code == std::errc::not_enough_memory) throw std::bad_alloc();
+        if (code) return std::nullopt;
+    }
+    return path;
 }
 
 }  // namespace
 
 bool SaveAtomically(const fs::path& path, std::span<const std::byte> bytes, Error& error) {
-    const fs::path target = FollowLink(path);
     std::error_code code;
-    const fs::file_status status = fs::status(target, code);
+    const std::optional<fs::path> target = FollowLinks(path, code);
+    if (!target) {
+        return code == std::errc::invalid_argument ? Fail(error, path, 0, "not a regular file")
+                                                   : Fail(error, path, 0, code);
+    }
+    const fs::file_status status = fs::status(*target, code);
     if (fs::exists(status) && !fs::is_regular_file(status)) return Fail(error, path, 0, "not a regular file");
 
-    const fs::path folder = target.parent_path();  // now: once it is renamed, nothing may fail
-    StrayGuard stray(target);
+    const fs::path folder = target->parent_path();  // now: once it is renamed, nothing may fail
+    StrayGuard stray(*target);
     detail::OsFile file = detail::OsFile::CreateNew(stray.Path(), code);
     if (!file.IsOpen()) return Fail(error, path, 0, code);
     stray.Arm(true);
-    if (fs::exists(status)) detail::CopyPermissions(target, stray.Path());
+    if (fs::exists(status)) detail::CopyPermissions(*target, stray.Path());
     code = WriteAndFlush(file, bytes);
     if (!file.Close() && !code) code = std::make_error_code(std::errc::io_error);
-    if (!code) fs::rename(stray.Path(), target, code);
+    if (!code) fs::rename(stray.Path(), *target, code);
     if (code) return Fail(error, path, 0, code);
     stray.Arm(false);
     detail::FlushFolder(folder);

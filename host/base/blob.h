@@ -5,8 +5,9 @@
 #include <span>
 #include <vector>
 
+#include "host/base/ref_ptr.h"
+
 #include "base/os_file.h"
-#include "base/ref_ptr.h"
 
 namespace host::detail {
 

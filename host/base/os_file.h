@@ -43,6 +43,8 @@ public:
     bool Close() noexcept;
 
 private:
+    friend class MappedFile;
+
     using Handle = std::intptr_t;
     static constexpr Handle kClosed = -1;
 

@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/flat_blob.h"
+
 namespace {
+
+using host::detail::FlatBlob;
 
 constexpr std::uint32_t kMaxEdge = 65535;
 constexpr std::uint64_t kMaxBytes = std::uint64_t{1} << 30;
@@ -29,6 +33,11 @@ std::uint8_t To8Bits(std::uint32_t sample, unsigned bits) noexcept {
 
 }  // namespace
 
+RIMAGE::RIMAGE() = default;
+RIMAGE::RIMAGE(const RIMAGE& other) = default;
+RIMAGE& RIMAGE::operator=(const RIMAGE& other) = default;
+RIMAGE::~RIMAGE() = default;
+
 std::unique_ptr<RIMAGE> RIMAGE::Create(std::uint32_t width, std::uint32_t height, unsigned planes,
                                        unsigned bitsPerPlane, std::uint32_t tileEdge) {
     if (width == 0 || height == 0 || width > kMaxEdge || height > kMaxEdge || tileEdge == 0) return nullptr;
@@ -44,7 +53,7 @@ std::unique_ptr<RIMAGE> RIMAGE::Create(std::uint32_t width, std::uint32_t height
         height * ((image->TilesAcross() - std::uint64_t{1}) * image->RowBytes(image->m_tileEdge) +
                   image->RowBytes(lastWidth));
     if (bytes > kMaxBytes) return nullptr;
-    image->m_pixels.resize(static_cast<std::size_t>(bytes));
+    image->m_pixels = FlatBlob::CreateCleared(static_cast<std::size_t>(bytes));
     return image;
 }
 
@@ -76,21 +85,24 @@ std::size_t RIMAGE::TileStart(const RECT& bounds) const noexcept {
     const auto left = static_cast<std::uint32_t>(bounds.left);
     const auto top = static_cast<std::uint32_t>(bounds.top);
     const auto height = static_cast<std::size_t>(bounds.bottom - bounds.top);
-    const std::size_t bytesPerRow = m_pixels.size() / m_height;
+    const std::size_t bytesPerRow = m_pixels->GetBytes().size() / m_height;
     return top * bytesPerRow + left / m_tileEdge * RowBytes(m_tileEdge) * height;
 }
 
 RIMAGE::Tile RIMAGE::GetTile(std::size_t index) const noexcept {
     if (index >= GetNumTiles()) return {};
     const RECT bounds = TileBounds(index);
-    return {bounds, m_pixels.data() + TileStart(bounds),
+    const std::byte* data = m_pixels->GetBytes().data() + TileStart(bounds);
+    return {bounds, reinterpret_cast<const std::uint8_t*>(data),
             RowBytes(static_cast<std::uint32_t>(bounds.right - bounds.left))};
 }
 
-RIMAGE::MutableTile RIMAGE::EditTile(std::size_t index) noexcept {
+RIMAGE::MutableTile RIMAGE::EditTile(std::size_t index) {
+    if (index >= GetNumTiles()) return {};
+    if (!m_pixels->IsSole()) m_pixels = m_pixels->Clone();
     const Tile tile = GetTile(index);
-    if (!tile.data) return {};
-    return {tile.bounds, m_pixels.data() + (tile.data - m_pixels.data()), tile.stride};
+    std::byte* data = m_pixels->EditBytes().data() + TileStart(tile.bounds);
+    return {tile.bounds, reinterpret_cast<std::uint8_t*>(data), tile.stride};
 }
 
 std::uint16_t RIMAGE::GetSample(std::uint32_t x, std::uint32_t y, unsigned plane) const noexcept {
@@ -123,7 +135,7 @@ void RIMAGE::ReadRowRGBA(std::uint32_t y, std::span<std::uint8_t> rgba) const no
     }
 }
 
-void RIMAGE::WriteRow(std::uint32_t y, std::span<const std::uint8_t> row) noexcept {
+void RIMAGE::WriteRow(std::uint32_t y, std::span<const std::uint8_t> row) {
     if (m_bitsPerPlane != 8 || y >= m_height || row.size() != std::size_t{m_width} * m_planes) return;
     const std::size_t first = std::size_t{y / m_tileEdge} * TilesAcross();
     for (std::size_t i = first; i < first + TilesAcross(); ++i) {

@@ -8,12 +8,16 @@
 #include "xml/entities.h"
 #include "xml/line_table.h"
 #include "xml/text_source.h"
+#include "xml/unique_attributes.h"
 #include "xml/weight.h"
 
 namespace host {
 namespace {
 
 constexpr unsigned kParseFlags = pugi::parse_default | pugi::parse_pi | pugi::parse_embed_pcdata;
+
+/// Bytes of a name that a message shows at the most.
+constexpr std::size_t kShownName = 64;
 
 std::string DescribeParseFault(const pugi::xml_parse_result& result, std::size_t size) {
     const bool atEnd = static_cast<std::size_t>(result.offset) + 1 >= size;
@@ -88,6 +92,12 @@ bool XmlDocument::Parse(std::unique_ptr<Content> content) {
     const XmlNode root(content->tree.document_element().internal_object());
     if (const XmlNode second = root.NextElement()) {
         return Fail("a second document element", second.Offset(), content->lines->LineOf(second.Offset()));
+    }
+    if (const char* const repeated = detail::FindRepeatedAttribute(content->tree.document_element())) {
+        const std::string name(std::string_view(repeated).substr(0, kShownName));
+        const auto offset = static_cast<std::size_t>(repeated - content->text.data.get());
+        return Fail("attribute '" + name + "' stands twice in an element", offset,
+                    content->lines->LineOf(offset));
     }
     m_content = std::move(content);
     return true;

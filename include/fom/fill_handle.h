@@ -8,10 +8,11 @@
 #include "host/stream/archive_object.h"
 
 #include "fom/fill_list.h"
+#include "fom/pooled_reference.h"
 
 /// How the application holds and edits one fill. A handle shares a pooled entry and carries its own tiling
-/// matrix. Every change is copy-on-write: the handle takes a private copy out of the pool, changes it and
-/// hands it back, so two handles that show the same fill in one pool hold the same entry.
+/// matrix. Every change is copy-on-write: the handle registers a changed copy, or changes an entry that it
+/// alone holds, so two handles that show the same fill in one pool hold the same entry.
 ///
 /// The pool argument of the constructors is held weakly; a null or expired one means the active pool. A
 /// handle may outlive its pool: its entry is gone then, and the handle holds nothing. Entries are given back
@@ -146,33 +147,14 @@ public:
     void ReadMat(AbstractFileStream& stream) noexcept;
 
 private:
-    std::shared_ptr<WRCFillList> FindPool() const;
-    const WRefCountFill* Entry() const noexcept { return m_pooled && m_holder.expired() ? nullptr : m_entry; }
+    const WRefCountFill* Entry() const noexcept { return m_entry.Get(); }
     const CGE_FILL* GetCGEFill(CgeFillType kind) const noexcept;
     const CGE_PATTERNFILL* GetPattern() const noexcept;
     bool HasColorNames(const WRefCountFill::ColorNameMap* names) const noexcept;
-    bool IsOnlyHolderIn(const std::shared_ptr<WRCFillList>& pool) const noexcept;
-    std::unique_ptr<WRefCountFill> MakePrivateCopy() const;
-    std::unique_ptr<WRefCountFill> TakeOut(WRCFillList& pool);
-    void Register(const std::shared_ptr<WRCFillList>& pool, std::unique_ptr<WRefCountFill>& entry);
-    void PutBack(const std::shared_ptr<WRCFillList>& pool, std::unique_ptr<WRefCountFill> entry) noexcept;
-    void Hold(const WRefCountFill* entry, const std::shared_ptr<WRCFillList>& pool) noexcept;
-    template <class Add>
-    bool Replace(const std::shared_ptr<WRCFillList>& pool, Add&& add);
-    template <class Change>
-    bool Edit(Change&& change);
-    bool SelectAndRegister(std::unique_ptr<WRefCountFill> entry, AbstractFileStream* stream);
-    bool RegisterCopyOf(const CGE_FILL& record);
     template <class Change>
     void EditHatchLines(bool always, Change&& change);
-    void Forget() noexcept;
-    void Clear() noexcept;
 
-    const WRefCountFill* m_entry = nullptr;
-    std::weak_ptr<WRCFillList> m_pool;     // as told; may be unset
-    std::weak_ptr<WRCFillList> m_holder;   // the pool that holds m_entry
-    bool m_pooled = false;                 // m_entry lives in m_holder, and dies with it
-    std::unique_ptr<WRefCountFill> m_own;  // m_entry, when no pool had the memory to take it back
+    VyrFOM::PooledReference<WRefCountFill, WRCFillList> m_entry;
     MATRIX m_tilingMatrix;
 };
 

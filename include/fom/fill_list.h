@@ -8,6 +8,7 @@
 #include "host/base/export.h"
 #include "host/base/thread_lock.h"
 
+#include "fom/pooled_reference.h"
 #include "fom/refcount_fill.h"
 
 /// A document's pool of fills, in which equal fills are stored once. It owns its entries. Safe for concurrent
@@ -64,6 +65,25 @@ public:
     static void EndLoad(AbstractFileStream& stream);
 
 private:
+    template <class, class>
+    friend class VyrFOM::PooledReference;
+
+    // What a handle does with the entry that it holds here, each in one step for all other threads. On
+    // failure, which passes as an exception, nothing has changed.
+
+    /// ExtractInstanceForEditing, `change`, AddOrGetDuplicate. Null, nothing changed, when others hold the
+    /// entry. `change` may throw as long as it leaves the entry as it was; it must not use the pool.
+    const WRefCountFill* EditInstance(const WRefCountFill* entry, void (*change)(WRefCountFill&, void*),
+                                      void* context);
+    /// AddOrGetDuplicate(fill, stream) and AddOrGetCopy(record), with the reference on `old` given up. An
+    /// `old` without other holders goes first: the two may be equal in the pool's order and still differ in
+    /// fields that the order does not read (a GUID, an overprint word under an ink).
+    const WRefCountFill* ReplaceInstance(const WRefCountFill* old, WRefCountFill* fill,
+                                         AbstractFileStream* stream);
+    const WRefCountFill* ReplaceByCopy(const WRefCountFill* old, const CGE_FILL& record);
+    /// Takes the entry over from `source`. Null, nothing changed, when others hold it.
+    const WRefCountFill* AdoptInstance(WRCFillList& source, const WRefCountFill* entry);
+
     class Impl;
     std::unique_ptr<Impl> m_impl;
 };

@@ -8,6 +8,7 @@
 #include "host/base/export.h"
 #include "host/base/thread_lock.h"
 
+#include "fom/pooled_reference.h"
 #include "fom/refcount_outline.h"
 
 /// A document's pool of outlines, in which equal outlines are stored once: WRCFillList for outlines, with the
@@ -39,6 +40,17 @@ public:
     static std::shared_ptr<WRCOutlineList> GetHolder(const WRefCountOutline* entry) noexcept;
 
 private:
+    template <class, class>
+    friend class VyrFOM::PooledReference;
+
+    // As the same functions of WRCFillList.
+    const WRefCountOutline* EditInstance(const WRefCountOutline* entry,
+                                         void (*change)(WRefCountOutline&, void*), void* context);
+    const WRefCountOutline* ReplaceInstance(const WRefCountOutline* old, WRefCountOutline* outline,
+                                            AbstractFileStream* stream);
+    const WRefCountOutline* ReplaceByCopy(const WRefCountOutline* old, const CGE_OUTLINE& record);
+    const WRefCountOutline* AdoptInstance(WRCOutlineList& source, const WRefCountOutline* entry);
+
     class Impl;
     std::unique_ptr<Impl> m_impl;
     std::shared_ptr<WRCOutlineList> m_self;

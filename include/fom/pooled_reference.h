@@ -47,18 +47,13 @@ public:
     /// A copy as an edit starts from, with what copying an entry leaves out unless the entry has other
     /// holders.
     std::unique_ptr<Entry> MakePrivateCopy() const;
-    /// Takes the entry out, lets `change` change it and registers it. `change` may throw as long as it leaves
-    /// the entry as it was.
+    /// Changes the entry where it is when nobody else holds it, otherwise a copy of it, and registers it.
+    /// `change` may throw as long as it leaves the entry as it was, and does not use the pool.
     template <class Change>
     bool Edit(Change&& change);
 
 private:
-    bool IsOnlyHolderIn(const std::shared_ptr<List>& pool) const noexcept;
-    std::unique_ptr<Entry> TakeOut(List& pool);
-    void PutBack(const std::shared_ptr<List>& pool, std::unique_ptr<Entry> entry) noexcept;
-    void Put(const std::shared_ptr<List>& pool, std::unique_ptr<Entry>& entry);
-    template <class Add>
-    bool Replace(const std::shared_ptr<List>& pool, Add&& add);
+    bool IsHeldBy(const std::shared_ptr<List>& pool) const noexcept;
     void Hold(const Entry* entry, const std::shared_ptr<List>& pool) noexcept;
     void Forget() noexcept;
     void Clear() noexcept;
@@ -67,7 +62,6 @@ private:
     std::weak_ptr<List> m_told;
     std::weak_ptr<List> m_holder;  // the pool that holds m_entry
     bool m_pooled = false;         // m_entry lives in m_holder, and dies with it
-    std::unique_ptr<Entry> m_own;  // m_entry, when no pool had the memory to take it back
 };
 
 }  // namespace VyrFOM

@@ -9,8 +9,10 @@
 #include "host/base/temp_data.h"
 #include "host/gfx/image.h"
 
-#include "fill/fill_handle_edit.h"
+#include "fom/fill_handle.h"
+
 #include "fill/fill_handle_entries.h"
+#include "pool/pooled_reference.h"
 
 namespace {
 constexpr std::size_t kDigestSize = 16;
@@ -20,39 +22,41 @@ bool WFillHandle::SetUniformColorspec(const CLR_COLORSPEC* color) {
     if (!color) return false;
     const CgeFillType kind = GetCGEType();
     if (kind != FillNone && kind != FillUniform) {
-        Edit([](WRefCountFill&) {});
+        m_entry.Edit([](WRefCountFill&) {});
         return false;
     }
     if (kind == FillUniform) {
         const CGE_UNIFORMFILL& uniform = GetCGEFill()->Uniform();
         if (uniform.color == *color && uniform.screen == CLR_SCREENSPEC()) return false;
     }
-    return Edit([fill = *color](WRefCountFill& entry) { entry.CreateSolidFill(&fill, nullptr); });
+    return m_entry.Edit([fill = *color](WRefCountFill& entry) { entry.CreateSolidFill(&fill, nullptr); });
 }
 
 bool WFillHandle::SetFountainData(const CGE_FOUNTAINFILL* fountain) {
     const CGE_FILL* fill = GetCGEFill(FillFountain);
     if (!fill || !fountain || fill->Fountain().CompareTo(*fountain) == 0) return false;
-    return Edit([fountain](WRefCountFill& entry) { entry.GetCGEFill()->EditFountain() = *fountain; });
+    return m_entry.Edit([fountain](WRefCountFill& entry) { entry.GetCGEFill()->EditFountain() = *fountain; });
 }
 
 bool WFillHandle::SetFountainAngle(int microDegrees) {
     const CGE_FILL* fill = GetCGEFill(FillFountain);
     if (!fill || fill->Fountain().GetAngle() == microDegrees) return false;
-    return Edit([=](WRefCountFill& entry) { entry.GetCGEFill()->EditFountain().SetAngle(microDegrees); });
+    return m_entry.Edit(
+        [=](WRefCountFill& entry) { entry.GetCGEFill()->EditFountain().SetAngle(microDegrees); });
 }
 
 bool WFillHandle::SetFountainOffset(int x, int y) {
     const CGE_FILL* fill = GetCGEFill(FillFountain);
     if (!fill || (fill->Fountain().GetCenterOffsetX() == x && fill->Fountain().GetCenterOffsetY() == y))
         return false;
-    return Edit([=](WRefCountFill& entry) { entry.GetCGEFill()->EditFountain().SetCenterOffset(x, y); });
+    return m_entry.Edit(
+        [=](WRefCountFill& entry) { entry.GetCGEFill()->EditFountain().SetCenterOffset(x, y); });
 }
 
 bool WFillHandle::SetFountainColorspec(const CLR_COLORSPEC* color, unsigned index) {
     const CLR_COLORSPEC* current = GetFountainColorspec(index);
     if (!color || !current || *current == *color) return false;
-    return Edit([index, stop = *color](WRefCountFill& entry) {
+    return m_entry.Edit([index, stop = *color](WRefCountFill& entry) {
         entry.GetCGEFill()->EditFountain().SetColor(index, stop);
     });
 }
@@ -64,7 +68,7 @@ bool WFillHandle::SetMonochromeColorspec(const CLR_COLORSPEC* color, MONOCHROME_
     const auto place =
         which == MONOCHROME_FOREGROUND ? &CGE_MONOBMPFILL::foreground : &CGE_MONOBMPFILL::background;
     if (GetCGEFill()->MonoBitmap().*place == *color) return false;
-    return Edit(
+    return m_entry.Edit(
         [place, ink = *color](WRefCountFill& entry) { entry.GetCGEFill()->EditMonoBitmap().*place = ink; });
 }
 
@@ -72,7 +76,8 @@ bool WFillHandle::SetCGETiling(const CGE_TILING* tiling) {
     const CGE_TILING* current = GetCGETiling();
     if (!tiling || !current) return false;
     if (*current == *tiling) return true;
-    return Edit([next = *tiling](WRefCountFill& entry) { *entry.GetCGEFill()->EditCGETiling() = next; });
+    return m_entry.Edit(
+        [next = *tiling](WRefCountFill& entry) { *entry.GetCGEFill()->EditCGETiling() = next; });
 }
 
 bool WFillHandle::SetVectorData(HMEM block) {
@@ -80,7 +85,7 @@ bool WFillHandle::SetVectorData(HMEM block) {
     if (!pattern || pattern->patternData == block) return false;
     std::unique_ptr<HMEM__, void (*)(HMEM)> copy(MEMMANDuplicate(block), &MEMMANFree);
     if (block && !copy) throw std::bad_alloc();
-    return Edit([&copy](WRefCountFill& entry) {
+    return m_entry.Edit([&copy](WRefCountFill& entry) {
         CGE_PATTERNFILL* changed = entry.GetCGEFill()->EditPattern();
         changed->AdoptPatternData(copy.release());
         changed->SetOwner(&entry);
@@ -91,19 +96,19 @@ bool WFillHandle::SetTMPFileID(unsigned id) {
     const CGE_PATTERNFILL* pattern = GetPattern();
     if (!pattern || pattern->tmpFile == id) return false;
     // A copy, since computing the digest may fail when the old data is gone already.
-    std::unique_ptr<WRefCountFill> copy = MakePrivateCopy();
+    std::unique_ptr<WRefCountFill> copy = m_entry.MakePrivateCopy();
     const bool holdsImage = copy->GetFillType() != FillVector;
     copy->GetCGEFill()->EditPattern()->AdoptTmpFile(holdsImage ? UDIIMGDuplicateTmpFile(id)
                                                                : TMPDuplicateTmpFile(id));
     copy->SetDigestKey(nullptr);
     copy->CalculateDigestKey();
-    return SelectAndRegister(std::move(copy), nullptr);
+    return m_entry.Register(std::move(copy));
 }
 
 bool WFillHandle::SetBoundingBox(const RECT* box) {
     const CGE_PATTERNFILL* pattern = GetPattern();
     if (!box || !pattern || pattern->boundingBox == *box) return false;
-    return Edit(
+    return m_entry.Edit(
         [next = *box](WRefCountFill& entry) { entry.GetCGEFill()->EditPattern()->boundingBox = next; });
 }
 
@@ -111,11 +116,11 @@ bool WFillHandle::SetOverprintFlag(OVERPRINT_FLAG flag) {
     const OVERPRINT_FLAG current = GetOverprintFlag();
     if (flag == OVERPRINT_NONE || current == OVERPRINT_NONE) return false;
     if ((flag == OVERPRINT_ON) == (current == OVERPRINT_ON)) return false;
-    return Edit([flag](WRefCountFill& entry) { entry.SetOverprintFlag(flag); });
+    return m_entry.Edit([flag](WRefCountFill& entry) { entry.SetOverprintFlag(flag); });
 }
 
 bool WFillHandle::SetUserData(unsigned value) {
-    return Edit([value](WRefCountFill& entry) { entry.SetUserData(value); });
+    return m_entry.Edit([value](WRefCountFill& entry) { entry.SetUserData(value); });
 }
 
 bool WFillHandle::SetDigestKey(long* key) {
@@ -125,9 +130,9 @@ bool WFillHandle::SetDigestKey(long* key) {
     std::unique_ptr<long[]> taken(key);
     if (key && old && std::memcmp(key, old, kDigestSize) == 0) return false;
     // A copy, since an entry without a digest computes one when it is registered, which may fail.
-    std::unique_ptr<WRefCountFill> copy = MakePrivateCopy();
+    std::unique_ptr<WRefCountFill> copy = m_entry.MakePrivateCopy();
     copy->SetDigestKey(taken.release());
-    return SelectAndRegister(std::move(copy), nullptr);
+    return m_entry.Register(std::move(copy));
 }
 
 bool WFillHandle::SetColorNameList(WRefCountFill::ColorNameMap* names) {
@@ -135,7 +140,7 @@ bool WFillHandle::SetColorNameList(WRefCountFill::ColorNameMap* names) {
     if (current && names == current->GetColorNameList()) return false;  // its own map
     std::unique_ptr<WRefCountFill::ColorNameMap> taken(names);
     if (HasColorNames(names)) return false;
-    return Edit([&taken](WRefCountFill& entry) { entry.SetColorNameList(taken.release()); });
+    return m_entry.Edit([&taken](WRefCountFill& entry) { entry.SetColorNameList(taken.release()); });
 }
 
 bool WFillHandle::HasColorNames(const WRefCountFill::ColorNameMap* names) const noexcept {

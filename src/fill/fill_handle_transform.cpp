@@ -1,9 +1,10 @@
 #include <utility>
 
 #include "fom/fill_compare.h"
+#include "fom/fill_handle.h"
 #include "fom/hatch_lines.h"
 
-#include "fill/fill_handle_edit.h"
+#include "pool/pooled_reference.h"
 
 bool WFillHandle::GetScaleWithObject() const noexcept {
     const CGE_FILL* hatch = GetCGEFill(FillHatch);
@@ -31,7 +32,7 @@ void WFillHandle::EditHatchLines(bool always, Change&& change) {
     CGE_HATCHFILL changed = fill->Hatch();
     std::forward<Change>(change)(changed);
     if (!always && FILLCompareHatchFills(&changed, &fill->Hatch()) == 0) return;
-    Edit([&changed](WRefCountFill& entry) { entry.GetCGEFill()->EditHatch() = std::move(changed); });
+    m_entry.Edit([&changed](WRefCountFill& entry) { entry.GetCGEFill()->EditHatch() = std::move(changed); });
 }
 
 void WFillHandle::TransformHatchLines(const MATRIX* m, bool force) {

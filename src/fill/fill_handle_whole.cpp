@@ -1,9 +1,10 @@
 #include <utility>
 
 #include "fom/fill_defaults.h"
+#include "fom/fill_handle.h"
 
-#include "fill/fill_handle_edit.h"
 #include "fill/fill_handle_entries.h"
+#include "pool/pooled_reference.h"
 
 namespace {
 
@@ -43,25 +44,25 @@ void WFillHandle::CreateSolidFill(const CLR_COLORSPEC* color) {
     if (!color) return;
     const CGE_FILL* current = GetCGEFill();
     const bool keepsScreen = current && current->GetType() == FillUniform;
-    RegisterCopyOf(keepsScreen ? MakeUniformFill(*color, current->Uniform().screen)
-                               : MakeUniformFill(*color));
+    m_entry.RegisterCopyOf(keepsScreen ? MakeUniformFill(*color, current->Uniform().screen)
+                                       : MakeUniformFill(*color));
 }
 
 bool WFillHandle::CreateGradientFill(ClrFountainFillType type, const CLR_COLORSPEC* from,
                                      const CLR_COLORSPEC* to, unsigned steps) {
     auto entry = std::make_unique<WRefCountFill>(false);
     if (!entry->CreateGradientFill(type, from, to, steps)) return false;
-    return SelectAndRegister(std::move(entry), nullptr);
+    return m_entry.Register(std::move(entry));
 }
 
 void WFillHandle::CreateFill(CgeFillType kind, const ColorContext& context) {
     auto entry = std::make_unique<WRefCountFill>(false);
     FillWithDefaults(*entry, kind, context);
-    SelectAndRegister(std::move(entry), nullptr);
+    m_entry.Register(std::move(entry));
 }
 
 void WFillHandle::SetToNoFill() {
-    RegisterCopyOf(CGE_FILL());
+    m_entry.RegisterCopyOf(CGE_FILL());
 }
 
 void WFillHandle::SetCGEFill(const CGE_FILL* record) {
@@ -69,9 +70,9 @@ void WFillHandle::SetCGEFill(const CGE_FILL* record) {
     const WRefCountFill* current = Entry();
     const CGE_FILL* old = current ? current->GetCGEFill() : nullptr;
     if (old && HasSameTempFile(*old, *record))
-        SelectAndRegister(std::make_unique<WRefCountFill>(record, current->GetDigestKey()), nullptr);
+        m_entry.Register(std::make_unique<WRefCountFill>(record, current->GetDigestKey()));
     else
-        RegisterCopyOf(*record);
+        m_entry.RegisterCopyOf(*record);
 }
 
 bool HasSameTempFile(const CGE_FILL& a, const CGE_FILL& b) noexcept {

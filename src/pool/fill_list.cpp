@@ -29,6 +29,7 @@ bool EqualsCopy(const WRefCountFill& entry, const CGE_FILL& record) {
 template <>
 struct VyrFOM::InternTraits<WRefCountFill> {
     static void Prepare(WRefCountFill& fill) {
+        if (!fill.GetCGEFill() || !IsPattern(*fill.GetCGEFill())) return;
         fill.CalculateDigestKey();
         fill.OwnPatternData();
     }
@@ -78,6 +79,36 @@ std::size_t WRCFillList::RemoveInstances(std::span<const WRefCountFill* const> e
 
 WRefCountFill* WRCFillList::ExtractInstanceForEditing(const WRefCountFill* entry) {
     return m_impl->pool.ExtractInstanceForEditing(entry);
+}
+
+const WRefCountFill* WRCFillList::EditInstance(const WRefCountFill* entry,
+                                               void (*change)(WRefCountFill&, void*), void* context) {
+    return m_impl->pool.EditInstance(entry, [=](WRefCountFill& fill) { change(fill, context); });
+}
+
+const WRefCountFill* WRCFillList::ReplaceInstance(const WRefCountFill* old, WRefCountFill* fill,
+                                                  AbstractFileStream* stream) {
+    return m_impl->pool.ReplaceInstance(old, fill, stream);
+}
+
+const WRefCountFill* WRCFillList::ReplaceByCopy(const WRefCountFill* old, const CGE_FILL& record) {
+    if (!IsPattern(record)) {
+        const auto isAnother = [&](const WRefCountFill& entry) {
+            return &entry != old && EqualsCopy(entry, record);
+        };
+        if (const WRefCountFill* entry = m_impl->pool.Find(HashOfCopy(record), isAnother)) {
+            m_impl->pool.RemoveInstance(old);
+            return entry;
+        }
+    }
+    auto fill = std::make_unique<WRefCountFill>(&record);
+    const WRefCountFill* entry = m_impl->pool.ReplaceInstance(old, fill.get(), nullptr);
+    fill.release();
+    return entry;
+}
+
+const WRefCountFill* WRCFillList::AdoptInstance(WRCFillList& source, const WRefCountFill* entry) {
+    return m_impl->pool.AdoptInstance(source.m_impl->pool, entry);
 }
 
 void WRCFillList::Enumerate(Delegate<bool(const WRefCountFill*)> visit) const {

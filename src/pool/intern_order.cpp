@@ -1,7 +1,9 @@
 #include "pool/intern_order.h"
 
 #include <algorithm>
+#include <bit>
 #include <cassert>
+#include <new>
 
 namespace VyrFOM {
 namespace {
@@ -30,41 +32,82 @@ InternNode** UpperBoundFromEnd(InternNode** begin, InternNode** end, const Inter
 
 }  // namespace
 
-void InternOrder::ReserveOne() {
-    if (m_nodes.size() == m_nodes.capacity()) m_nodes.reserve(std::max(kFirstCapacity, 2 * m_nodes.size()));
+bool InternOrder::HasManyHoles() const noexcept {
+    return m_numHoles > kToleratedHoles && m_numHoles > m_nodes.size() / 2;
+}
+
+// Closing half as many holes as there are places makes room for as many entries as it moves: constant work
+// for each on average, and no more than twice the places that the entries need.
+void InternOrder::MakeRoom(std::size_t more) {
+    const std::size_t needed = m_nodes.size() + more;
+    if (HasManyHoles() && more <= m_numHoles) return CloseHoles();
+    try {
+        Grow(std::max({kFirstCapacity, needed, 2 * m_nodes.size()}));
+    } catch (const std::bad_alloc&) {
+        if (more > m_numHoles) throw;
+        CloseHoles();
+    }
+}
+
+void InternOrder::Grow(std::size_t capacity) {
+    m_holes.resize((capacity + kBits - 1) / kBits);
+    m_nodes.reserve(capacity);
 }
 
 void InternOrder::Append(InternNode& node) noexcept {
+    const std::size_t place = node.m_place;
+    if (place >= m_sorted && place < m_nodes.size() && IsHole(place)) {
+        m_nodes[place] = &node;
+        m_holes[place / kBits] &= ~(std::uint64_t{1} << place % kBits);
+        --m_numHoles;
+        return;
+    }
     assert(m_nodes.size() < m_nodes.capacity());
     node.m_place = static_cast<std::uint32_t>(m_nodes.size());
     m_nodes.push_back(&node);
 }
 
 void InternOrder::Remove(const InternNode& node) noexcept {
-    if (node.m_place >= m_sorted) {
-        InternNode* last = m_nodes.back();
-        m_nodes[node.m_place] = last;
-        last->m_place = node.m_place;
+    const std::size_t place = node.m_place;
+    if (place + 1 == m_nodes.size()) {
         m_nodes.pop_back();
+        m_sorted = std::min(m_sorted, place);
         return;
     }
-    m_nodes[node.m_place] = nullptr;
-    ++m_holes;
-    if (m_holes > kToleratedHoles && m_holes > m_nodes.size() / 2) CloseHoles();
+    m_holes[place / kBits] |= std::uint64_t{1} << place % kBits;
+    ++m_numHoles;
 }
 
 void InternOrder::CloseHoles() noexcept {
-    if (m_holes == 0) return;
-    const auto firstHole = std::find(m_nodes.begin(), m_nodes.end(), nullptr);
-    const auto from = static_cast<std::size_t>(firstHole - m_nodes.begin());
-    m_nodes.erase(std::remove(firstHole, m_nodes.end(), nullptr), m_nodes.end());
-    m_sorted -= m_holes;
-    m_holes = 0;
-    Renumber(from);
+    Renumber(CloseHolesUnnumbered());
+}
+
+/// The first place whose entry has moved.
+std::size_t InternOrder::CloseHolesUnnumbered() noexcept {
+    if (m_numHoles == 0) return m_nodes.size();
+    std::size_t word = 0;
+    while (m_holes[word] == 0)
+        ++word;
+    const std::size_t first = word * kBits + static_cast<std::size_t>(std::countr_zero(m_holes[word]));
+    std::size_t to = first;
+    std::size_t sorted = std::min(first, m_sorted);
+    for (std::size_t place = first; place < m_nodes.size(); ++place) {
+        if (IsHole(place)) continue;
+        m_nodes[to++] = m_nodes[place];
+        if (place < m_sorted) sorted = to;
+    }
+    m_nodes.resize(to);
+    std::fill(m_holes.begin(), m_holes.end(), 0);
+    m_numHoles = 0;
+    m_sorted = sorted;
+    return first;
 }
 
 std::vector<InternNode*> InternOrder::SortedTail(Compare compare) const {
-    std::vector<InternNode*> tail(m_nodes.begin() + static_cast<std::ptrdiff_t>(m_sorted), m_nodes.end());
+    std::vector<InternNode*> tail;
+    tail.reserve(m_nodes.size() - m_sorted);
+    for (std::size_t place = m_sorted; place < m_nodes.size(); ++place)
+        if (!IsHole(place)) tail.push_back(m_nodes[place]);
     // Stable: it stays within its range also when entries with extreme overprint words, whose difference
     // wraps, make the order run in a circle.
     std::stable_sort(tail.begin(), tail.end(),
@@ -75,11 +118,13 @@ std::vector<InternNode*> InternOrder::SortedTail(Compare compare) const {
 void InternOrder::Sort(Compare compare) {
     if (IsSorted()) return;
     const std::vector<InternNode*> tail = SortedTail(compare);
-    CloseHoles();
-    Merge(tail, compare);
+    const std::size_t closed = CloseHolesUnnumbered();
+    const std::size_t merged = MergeUnnumbered(tail, compare);
+    Renumber(std::min(closed, merged));
 }
 
-void InternOrder::Merge(const std::vector<InternNode*>& tail, Compare compare) noexcept {
+/// The first place whose entry has moved. Requires that there are no holes.
+std::size_t InternOrder::MergeUnnumbered(const std::vector<InternNode*>& tail, Compare compare) noexcept {
     InternNode** const begin = m_nodes.data();
     InternNode** read = begin + m_sorted;
     InternNode** write = begin + m_nodes.size();
@@ -90,7 +135,7 @@ void InternOrder::Merge(const std::vector<InternNode*>& tail, Compare compare) n
         *--write = *node;
     }
     m_sorted = m_nodes.size();
-    Renumber(static_cast<std::size_t>(write - begin));
+    return static_cast<std::size_t>(write - begin);
 }
 
 void InternOrder::Renumber(std::size_t from) noexcept {

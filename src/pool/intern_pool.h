@@ -7,6 +7,7 @@
 #include <memory>
 #include <span>
 #include <stdexcept>
+#include <utility>
 
 #include "host/stream/file_stream.h"
 
@@ -35,8 +36,7 @@ public:
     InternPool(const ThreadLock& lock, void* owner) noexcept : InternPoolBase(lock, &CompareNodes, owner) {}
     /// Deletes the entries, whatever their counts.
     ~InternPool() {
-        for (InternNode* node : Entries())
-            delete static_cast<Entry*>(node);
+        ForEach([](InternNode& node) { delete static_cast<Entry*>(&node); });
     }
 
     const Entry* AddOrGetDuplicate(Entry* entry, AbstractFileStream* stream) {
@@ -44,12 +44,8 @@ public:
         if (PoolOf(*entry)) return HoldAgain(*entry);
         Traits::Prepare(*entry);
         const std::uint64_t hash = Traits::Hash(*entry);
-        const auto isEqual = [entry](const InternNode& node) {
-            return Traits::AreEqual(static_cast<const Entry&>(node), *entry);
-        };
-        // What was taken out to be edited has rarely become equal to another entry: one look under the
-        // exclusive lock does.
-        InternNode* pooled = WasGivenOut(*entry) ? nullptr : FindAndHold(hash, isEqual);
+        const auto isEqual = EqualTo(*entry);
+        InternNode* pooled = ExpectsMiss(*entry) ? nullptr : FindAndHold(hash, isEqual);
         if (!pooled) {
             Traits::GiveGuid(*entry);
             pooled = InsertOrHold(*entry, hash, isEqual, [entry] { Pending::Instance().Unpark(*entry); });
@@ -101,6 +97,72 @@ public:
         }
     }
 
+    /// ExtractInstanceForEditing, `change(Entry&)` and AddOrGetDuplicate in one step, for an entry that the
+    /// caller alone holds. Null, nothing changed, when that is not so. What `change` throws passes, with
+    /// everything as it was if it has left the entry as it was. It runs under the lock: it must be short, and
+    /// must not use the pool.
+    template <class Change>
+    const Entry* EditInstance(const Entry* entry, Change&& change) {
+        Entry& node = Mutable(*entry);
+        if (PoolOf(node) != this || CountOf(node) != 1) return nullptr;
+        const auto rehash = [&] {
+            std::forward<Change>(change)(node);
+            Traits::GiveGuid(node);
+            return Traits::Hash(node);
+        };
+        InternNode* pooled = Rekey(node, rehash, EqualTo(node));
+        if (pooled && pooled != &node) delete &node;
+        return static_cast<const Entry*>(pooled);
+    }
+
+    /// AddOrGetDuplicate(entry, stream) with the caller's reference on `old`, which is pooled here, given up
+    /// in the same step. The entry that is returned is not `old` when the caller was its only holder, even
+    /// where both are equal in the pool's order. On failure nothing has changed.
+    const Entry* ReplaceInstance(const Entry* old, Entry* entry, AbstractFileStream* stream) {
+        Entry& node = Mutable(*old);
+        if (PoolOf(*entry) || CountOf(node) != 1) {
+            const Entry* pooled = AddOrGetDuplicate(entry, stream);
+            RemoveInstance(old);
+            return pooled;
+        }
+        Traits::Prepare(*entry);
+        Traits::GiveGuid(*entry);
+        const auto settle = [&](const InternNode* found) {
+            if (!found && IsParked(*entry)) Pending::Instance().Unpark(*entry);
+            if (found && stream) Pending::Instance().Park(*entry, *stream);
+        };
+        bool isOut = false;
+        InternNode* pooled = Exchange(node, *entry, Traits::Hash(*entry), EqualTo(*entry), settle, isOut);
+        if (isOut)
+            delete &node;
+        else
+            RemoveInstance(old);
+        // With a stream the loser is the table's by now, and may be gone.
+        if (pooled != entry && !stream && !IsParked(*entry)) delete entry;
+        return static_cast<const Entry*>(pooled);
+    }
+
+    /// Takes the caller's entry out of `source` and pools it here, or gives it up where an equal one is
+    /// pooled. Null, nothing changed, when others hold it. Throws as AddOrGetDuplicate.
+    const Entry* AdoptInstance(InternPool& source, const Entry* entry) {
+        Entry& node = Mutable(*entry);
+        if (PoolOf(node) != &source || CountOf(node) != 1) return nullptr;
+        const std::uint64_t hash = HashOf(node);
+        if (InternNode* found = FindAndHold(hash, EqualTo(node))) {
+            source.RemoveInstance(entry);
+            return static_cast<const Entry*>(found);
+        }
+        // Once out of the one pool it must go into the other: nothing may fail between.
+        Promise();
+        if (source.DropLast(node) != Drop::Removed) {
+            EndPromise();
+            return nullptr;
+        }
+        InternNode* pooled = InsertPromised(node, hash, EqualTo(node));
+        if (pooled != &node) delete &node;
+        return static_cast<const Entry*>(pooled);
+    }
+
     /// Calls `visit(const Entry*)` in order until it returns false.
     template <class VisitEntry>
     void Enumerate(VisitEntry&& visit) const {
@@ -130,6 +192,11 @@ private:
 
     // Callers hold pooled entries as const: the content is, the count of holders is not.
     static Entry& Mutable(const Entry& entry) noexcept { return const_cast<Entry&>(entry); }
+    static auto EqualTo(const Entry& entry) noexcept {
+        return [&entry](const InternNode& node) {
+            return Traits::AreEqual(static_cast<const Entry&>(node), entry);
+        };
+    }
     static int CompareNodes(const InternNode& a, const InternNode& b) {
         return Traits::Compare(static_cast<const Entry&>(a), static_cast<const Entry&>(b));
     }

@@ -61,6 +61,37 @@ WRefCountOutline* WRCOutlineList::ExtractInstanceForEditing(const WRefCountOutli
     return m_impl->pool.ExtractInstanceForEditing(entry);
 }
 
+const WRefCountOutline* WRCOutlineList::EditInstance(const WRefCountOutline* entry,
+                                                     void (*change)(WRefCountOutline&, void*),
+                                                     void* context) {
+    return m_impl->pool.EditInstance(entry, [=](WRefCountOutline& outline) { change(outline, context); });
+}
+
+const WRefCountOutline* WRCOutlineList::ReplaceInstance(const WRefCountOutline* old,
+                                                        WRefCountOutline* outline,
+                                                        AbstractFileStream* stream) {
+    return m_impl->pool.ReplaceInstance(old, outline, stream);
+}
+
+const WRefCountOutline* WRCOutlineList::ReplaceByCopy(const WRefCountOutline* old,
+                                                      const CGE_OUTLINE& record) {
+    const auto isAnother = [&](const WRefCountOutline& entry) {
+        return &entry != old && entry.EqualsCopyOf(record);
+    };
+    if (const WRefCountOutline* entry = m_impl->pool.Find(WRefCountOutline::HashOfCopy(record), isAnother)) {
+        m_impl->pool.RemoveInstance(old);
+        return entry;
+    }
+    auto outline = std::make_unique<WRefCountOutline>(&record);
+    const WRefCountOutline* entry = m_impl->pool.ReplaceInstance(old, outline.get(), nullptr);
+    outline.release();
+    return entry;
+}
+
+const WRefCountOutline* WRCOutlineList::AdoptInstance(WRCOutlineList& source, const WRefCountOutline* entry) {
+    return m_impl->pool.AdoptInstance(source.m_impl->pool, entry);
+}
+
 void WRCOutlineList::Enumerate(Delegate<bool(const WRefCountOutline*)> visit) const {
     if (visit) m_impl->pool.Enumerate(visit);
 }

@@ -97,33 +97,25 @@ TEST_F(FillHandlePool, MovesBetweenPools) {
     EXPECT_EQ(1, handle.GetRefCountFill()->GetReference());
 }
 
-// Taking an entry back may need memory when the pool was sorted meanwhile: the handle then keeps the entry
-// itself.
-TEST_F(FillHandlePool, AnEntryThatDoesNotFitBackIsKept) {
-    const auto pool = std::make_shared<WRCFillList>();
-    WFillHandle handle(true, pool);
-    std::vector<WFillHandle> others;
-    bool hasFailed = false;
+TEST_F(FillHandlePool, MovesWholeOrNotAtAll) {
+    const auto from = std::make_shared<WRCFillList>(), to = std::make_shared<WRCFillList>();
+    std::vector<WFillHandle> moved;
+    std::size_t failed = 0;
     for (unsigned i = 1; i <= 40; ++i) {
-        const auto sort = [&pool] { pool->Enumerate([](const WRefCountFill*) { return true; }); };
-        sort();
-        others.emplace_back(static_cast<unsigned long>(i), pool);
-        sort();
-        testing_support::FailAllocation guard(1);
-        EXPECT_TRUE(handle.SetUserData(i));
+        WFillHandle& handle = moved.emplace_back(static_cast<unsigned long>(i), from);
+        handle.SetUserData(i);
+        const WRefCountFill* entry = handle.GetRefCountFill();
+        failed += testing_support::FailEachAllocation([&] { handle.MoveToOtherFillList(to); },
+                                                      [&] {
+                                                          EXPECT_EQ(entry, handle.GetRefCountFill());
+                                                          EXPECT_EQ(1u, from->GetCount());
+                                                      });
+        EXPECT_EQ(entry, handle.GetRefCountFill());
         EXPECT_EQ(i, handle.GetUserData());
-        if (!guard.HasFailed()) continue;
-        hasFailed = true;
-        EXPECT_EQ(i, pool->GetCount());
-        const WFillHandle copy(handle);
-        EXPECT_EQ(i, copy.GetUserData());
-        EXPECT_EQ(i + 1, pool->GetCount());
-        handle.SetRefCountFill(handle.ExtractRefCountFill());
-        delete handle.GetRefCountFill();
-        handle.SetRefCountFill(nullptr);
-        handle = copy;
+        EXPECT_EQ(to, WRCFillList::GetHolder(entry));
+        EXPECT_EQ(0u, from->GetCount());
     }
-    EXPECT_TRUE(hasFailed);
+    EXPECT_NE(0u, failed);
 }
 
 TEST_F(FillHandlePool, TheEntryPointerIsReplacedAsItIs) {

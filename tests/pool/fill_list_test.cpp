@@ -165,12 +165,22 @@ TYPED_TEST(PoolTest, EnumerationStopsNestsAndRefusesChanges) {
     EXPECT_EQ(seen, 3u);
     list.Enumerate(Delegate<bool(const Entry*)>());
 
+    typename TypeParam::List otherList;
+    const Entry* elsewhere = otherList.AddOrGetDuplicate(TypeParam::New(1), nullptr);
+    const std::unique_ptr<Entry> unpooled(TypeParam::New(1));
+    unpooled->AddReference(1);
     seen = 0;
     list.Enumerate([&](const Entry* entry) {
         const Entry* again = list.AddOrGetDuplicate(new Entry(*entry), nullptr);
         EXPECT_EQ(again, entry);
         EXPECT_EQ(list.RemoveInstances(std::span(&again, 1)), 1u) << "not the last reference";
         list.Enumerate([&](const Entry*) { return ++seen, true; });
+        const Entry* apart[] = {elsewhere, unpooled.get()};
+        EXPECT_FALSE(list.RemoveInstance(apart[seen % 2])) << "no change of the list that is visited";
+        EXPECT_EQ(list.RemoveInstances(std::span(&apart[1 - seen % 2], 1)), 0u);
+        EXPECT_EQ(elsewhere->GetReference() + unpooled->GetReference(), 0);
+        for (const Entry* entry2 : apart)
+            const_cast<Entry*>(entry2)->AddReference(1);
         return true;
     });
     EXPECT_EQ(seen, 25u);

@@ -133,7 +133,7 @@ TEST(InternIndexTest, FindsWhatIsThereAmongCollisions) {
         } else {
             const std::uint64_t hash =
                 std::uint64_t{step % 3} - 1 + (std::uint64_t{pool_test::Pick(random, 3)} << 58);
-            index.ReserveOne();
+            index.Reserve(1);
             index.Insert(hash, node);
             model.emplace(&node, hash);
         }

@@ -25,6 +25,12 @@ std::string OneLine(std::string_view text) {
 
 }  // namespace
 
+bool Console::Deliver() {
+    if (m_out.flush().good()) return true;
+    Fail({.what = "standard output", .offset = 0, .line = 0, .reason = "cannot be written"});
+    return false;
+}
+
 void Console::Fail(const host::Error& error) {
     EndProgress();
     m_err << "fom: ";

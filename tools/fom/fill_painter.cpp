@@ -22,7 +22,8 @@ void PaintPostScript(CairoContext& target) {
 
 }  // namespace
 
-void PaintFill(CairoContext& target, const CGE_FILL& fill, const ObjectBounds& object) {
+std::string_view PaintFill(CairoContext& target, const CGE_FILL& fill, const ObjectBounds& object) {
+    std::string_view missing;
     cairo_save(&target);
     switch (fill.GetType()) {
         case FillNone:
@@ -44,7 +45,7 @@ void PaintFill(CairoContext& target, const CGE_FILL& fill, const ObjectBounds& o
             PaintColorBitmap(target, fill.ColorBitmap(), object);
             break;
         case FillVector:
-            PaintVector(target, fill.Vector(), object);
+            missing = PaintVector(target, fill.Vector(), object);
             break;
         case FillTexture:
             PaintTexture(target, fill.Texture(), object);
@@ -54,6 +55,7 @@ void PaintFill(CairoContext& target, const CGE_FILL& fill, const ObjectBounds& o
             break;
     }
     cairo_restore(&target);
+    return missing;
 }
 
 }  // namespace command

@@ -9,7 +9,7 @@ void PaintFountain(CairoContext& target, const CGE_FOUNTAINFILL& fountain, const
 void PaintMonoBitmap(CairoContext& target, const CGE_MONOBMPFILL& mono, const ObjectBounds& object);
 void PaintColorBitmap(CairoContext& target, const CGE_COLORBMPFILL& bitmap, const ObjectBounds& object);
 void PaintTexture(CairoContext& target, const CGE_TEXTUREFILL& texture, const ObjectBounds& object);
-void PaintVector(CairoContext& target, const CGE_VECTORFILL& vector, const ObjectBounds& object);
+std::string_view PaintVector(CairoContext& target, const CGE_VECTORFILL& vector, const ObjectBounds& object);
 void PaintHatch(CairoContext& target, const CGE_HATCHFILL& hatch, const ObjectBounds& object);
 
 }  // namespace command

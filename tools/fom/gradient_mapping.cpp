@@ -43,15 +43,13 @@ MATRIX UnitMatrix(const svg::Gradient& g) {
     return {dx, dy, 0.0 - dy, dx, g.x1, g.y1};
 }
 
-/// The focal point in the unit space. One outside the circle counts as on it.
+/// The focal point in the unit space. Outside the circle it is the tip of a cone.
 VECTOR2D MapFocus(const svg::Gradient& g, svg::Omissions& omissions) {
     if (g.fr > 0) omissions.Count("focal radius");
     const VECTOR2D focus{(g.fx - g.cx) / g.r + 0.0, (g.fy - g.cy) / g.r + 0.0};
-    const double distance = std::hypot(focus.x, focus.y);
-    if (!(distance > 1)) return focus;
-    omissions.Count("focal point outside the circle");
-    if (!std::isfinite(distance)) return {};
-    return {focus.x / distance, focus.y / distance};
+    if (std::isfinite(focus.x) && std::isfinite(focus.y)) return focus;
+    omissions.Count("gradient coordinates out of range");
+    return {};
 }
 
 CgeFountainFillSpreadMethod MapSpread(svg::Spread spread) noexcept {

@@ -9,7 +9,7 @@ namespace command {
 inline std::string Grouped(std::uint64_t number) {
     std::string text = std::to_string(number);
     for (std::size_t at = text.size(); at > 3; at -= 3)
-        text.insert(at - 3, ",");
+        text.insert(at - 3, 1, ',');
     return text;
 }
 

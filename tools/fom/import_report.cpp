@@ -24,9 +24,9 @@ void AppendRow(std::string& out, const char* name, const std::string& value, con
     out += '\n';
 }
 
-std::string DescribeKinds(const ImportReport& report) {
+std::string DescribeKinds(const std::map<std::string, std::size_t>& kinds) {
     std::string text;
-    for (const auto& [name, count] : report.kinds) {
+    for (const auto& [name, count] : kinds) {
         if (!text.empty()) text += ", ";
         text.append(Grouped(count)).append(" ").append(name);
     }
@@ -70,6 +70,20 @@ const char* FillKindName(CgeFillType kind) noexcept {
     return "unknown";
 }
 
+const char* PenKindName(CgeOutlineType kind) noexcept {
+    switch (kind) {
+        case OutlineNone:
+            return "none";
+        case OutlineSolid:
+            return "solid";
+        case OutlineDotDash:
+            return "dot-dash";
+        case OutlineWideline:
+            return "wideline";
+    }
+    return "unknown";
+}
+
 ImportReport MakeReport(const Importer& importer) {
     ImportReport report;
     const ImportTally& tally = importer.Tally();
@@ -79,12 +93,22 @@ ImportReport MakeReport(const Importer& importer) {
         ++report.kinds[FillKindName(fill->GetFillType())];
         return true;
     });
+    importer.Document().OutlinePool().Enumerate([&report](const WRefCountOutline* outline) {
+        const CGE_OUTLINE& record = *outline->GetCGEOutline();
+        ++report.distinctOutlines;
+        ++report.penKinds[PenKindName(static_cast<CgeOutlineType>(record.type & 15))];
+        if (record.leftArrow || record.rightArrow) ++report.arrowOutlines;
+        report.strokedShapes += static_cast<std::size_t>(outline->GetReference());
+        return true;
+    });
     report.paintTexts = tally.texts.Count();
     report.paintColors = tally.texts.Colors();
     report.paintReferences = tally.texts.References();
     report.unusedDefinitions = tally.unusedDefinitions;
     if (tally.fillBytes > 0 && report.distinctFills > 0)
         report.bytesPerFill = double(tally.fillBytes) / double(report.distinctFills);
+    if (tally.outlineBytes > 0 && report.distinctOutlines > 0)
+        report.bytesPerOutline = double(tally.outlineBytes) / double(report.distinctOutlines);
     report.omissions.insert(tally.omissions.Counts().begin(), tally.omissions.Counts().end());
     return report;
 }
@@ -96,10 +120,15 @@ std::string ToText(const ImportReport& report) {
     AppendRow(out, "shapes", Grouped(report.shapes));
     AppendRow(out, "paint texts", Grouped(report.paintTexts),
               Grouped(report.paintColors) + " colours, " + Grouped(report.paintReferences) + " references");
-    AppendRow(out, "distinct fills", Grouped(report.distinctFills), DescribeKinds(report));
+    AppendRow(out, "distinct fills", Grouped(report.distinctFills), DescribeKinds(report.kinds));
     AppendRow(out, "shapes per fill", Fixed(report.Sharing(), "%.2f"));
     AppendRow(out, "unused definitions", Grouped(report.unusedDefinitions));
     if (report.bytesPerFill) AppendRow(out, "heap bytes per fill", Fixed(*report.bytesPerFill, "%.0f"));
+    AppendRow(out, "stroked shapes", Grouped(report.strokedShapes));
+    AppendRow(out, "distinct outlines", Grouped(report.distinctOutlines), DescribeKinds(report.penKinds));
+    AppendRow(out, "shapes per outline", Fixed(report.OutlineSharing(), "%.2f"));
+    AppendRow(out, "with arrowheads", Grouped(report.arrowOutlines));
+    if (report.bytesPerOutline) AppendRow(out, "bytes per outline", Fixed(*report.bytesPerOutline, "%.0f"));
     AppendRow(out, "seconds", Fixed(report.seconds, "%.2f"));
     AppendOmissions(out, report);
     return out;

@@ -25,18 +25,34 @@ struct ImportReport {
     std::size_t unusedDefinitions = 0;
     /// Empty when the heap was not measured or there is no fill.
     std::optional<double> bytesPerFill;
+    /// Shapes with an outline.
+    std::size_t strokedShapes = 0;
+    std::size_t distinctOutlines = 0;
+    /// Distinct outlines by the name of their pen's kind; a kind without outlines is not named.
+    std::map<std::string, std::size_t> penKinds;
+    /// Distinct outlines with an arrowhead at one end at least.
+    std::size_t arrowOutlines = 0;
+    /// Empty when the heap was not measured or there is no outline.
+    std::optional<double> bytesPerOutline;
     double seconds = 0;
-    /// What fills cannot say, or the reader cannot take into account, by name.
+    /// What fills and outlines cannot say, or the reader cannot take into account, by name.
     std::map<std::string, std::size_t> omissions;
 
     /// Shapes that share one fill, on average.
     double Sharing() const { return distinctFills == 0 ? 0 : double(shapes) / double(distinctFills); }
+    /// Stroked shapes that share one outline, on average.
+    double OutlineSharing() const {
+        return distinctOutlines == 0 ? 0 : double(strokedShapes) / double(distinctOutlines);
+    }
 };
 
 /// "uniform", "fountain", …
 const char* FillKindName(CgeFillType kind) noexcept;
+/// "solid", "dot-dash", …
+const char* PenKindName(CgeOutlineType kind) noexcept;
 
-/// Fills in what the importer knows. Distinct fills are counted by going through the pool.
+/// Fills in what the importer knows. Distinct fills and outlines are counted by going
+/// through the pools.
 ImportReport MakeReport(const Importer& importer);
 
 /// A table for people.

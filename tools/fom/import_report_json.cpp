@@ -19,6 +19,16 @@ std::string ToJson(const ImportReport& report) {
     } else {
         json["heapBytesPerFill"] = nullptr;
     }
+    json["strokedShapes"] = report.strokedShapes;
+    json["distinctOutlines"] = {{"total", report.distinctOutlines},
+                                {"byKind", report.penKinds},
+                                {"withArrowheads", report.arrowOutlines}};
+    json["shapesPerOutline"] = report.OutlineSharing();
+    if (report.bytesPerOutline) {
+        json["heapBytesPerOutline"] = *report.bytesPerOutline;
+    } else {
+        json["heapBytesPerOutline"] = nullptr;
+    }
     json["seconds"] = report.seconds;
     json["notCarriedOver"] = report.omissions;
     return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";

@@ -15,6 +15,7 @@ void PaintTexts::AddColor(const svg::Color& color) {
 void PaintTexts::Add(const svg::PaintValue& value, const svg::Color& current) {
     switch (value.kind) {
         case svg::PaintValue::Kind::None:
+        case svg::PaintValue::Kind::ContextStroke:
             m_hasNone = true;
             return;
         case svg::PaintValue::Kind::Color:
@@ -37,6 +38,7 @@ void PaintTexts::Add(const PaintTexts& other) {
 void ImportTally::Add(const ImportTally& other) {
     unusedDefinitions += other.unusedDefinitions;
     fillBytes += other.fillBytes;
+    outlineBytes += other.outlineBytes;
     omissions.Add(other.omissions);
     texts.Add(other.texts);
 }

@@ -39,7 +39,8 @@ private:
 /// What is counted while drawings are read.
 struct ImportTally {
     std::size_t unusedDefinitions = 0;
-    std::int64_t fillBytes = 0;  ///< heap taken for fills
+    std::int64_t fillBytes = 0;     ///< heap taken for fills
+    std::int64_t outlineBytes = 0;  ///< heap taken for outlines
     svg::Omissions omissions;
     PaintTexts texts;
 

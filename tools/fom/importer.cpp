@@ -6,6 +6,7 @@
 
 #include "fom/document_units.h"
 #include "fom/gradient_mapping.h"
+#include "fom/outline_mapping.h"
 #include "fom/path_text.h"
 #include "fom/pattern_mapping.h"
 
@@ -31,14 +32,20 @@ private:
     void AddSolid(const svg::Color& color);
     void AddGradient(const svg::Shape& shape);
     void AddPattern(const svg::Shape& shape);
+    void AddOutline(const svg::Shape& shape);
     const WFillHandle* FindPattern(const svg::Shape& shape);
     const PooledPattern* PoolPattern(const svg::Shape& shape, const std::optional<svg::Rect>& box,
                                      std::string key);
     void Keep(const svg::Omissions& omissions);
 
-    /// Calls `make`, which makes a fill, and adds the heap that it took to what fills take.
+    /// Calls `make` and adds the heap that it took to `bytes`.
     template <class Make>
-    auto Measure(Make&& make);
+    auto Measure(std::int64_t& bytes, Make&& make);
+    /// The same for what makes a fill.
+    template <class Make>
+    auto Measure(Make&& make) {
+        return Measure(m_tally.fillBytes, std::forward<Make>(make));
+    }
 
     Importer& m_importer;
     const std::size_t m_before;
@@ -47,16 +54,17 @@ private:
     // Gradients and patterns belong to the drawing: their addresses tell them apart.
     std::unordered_map<const void*, WFillHandle> m_servers;
     PatternMap m_patterns;
+    OutlineMapper m_outlines;
     std::optional<host::Error> m_fault;
     bool m_kept = false;
 };
 
 template <class Make>
-auto Importer::Drawing::Measure(Make&& make) {
+auto Importer::Drawing::Measure(std::int64_t& bytes, Make&& make) {
     const HeapGauge gauge = m_importer.m_gauge;
     const std::int64_t before = gauge ? gauge() : 0;
     auto result = make();
-    if (gauge) m_tally.fillBytes += gauge() - before;
+    if (gauge) bytes += gauge() - before;
     return result;
 }
 
@@ -114,14 +122,18 @@ void Importer::Drawing::Add(const svg::Shape& shape) {
             AddPattern(shape);
             break;
     }
+    if (m_fault) return;
+    if (shape.stroke.paint.kind != svg::Paint::Kind::None) AddOutline(shape);
     Count(shape);
 }
 
 void Importer::Drawing::Count(const svg::Shape& shape) {
     m_tally.texts.Add(shape.style->fill, shape.style->color);
-    if (shape.fill.kind == svg::Paint::Kind::None) return;
+    const bool isFilled = shape.fill.kind != svg::Paint::Kind::None;
+    const bool isStroked = shape.stroke.paint.kind != svg::Paint::Kind::None;
+    if ((isFilled || isStroked) && shape.style->opacity < 1) m_tally.omissions.Count("shape opacity");
+    if (!isFilled) return;
     if (shape.fillOpacity < 1) m_tally.omissions.Count("fill opacity");
-    if (shape.style->opacity < 1) m_tally.omissions.Count("shape opacity");
     if (shape.fill.kind == svg::Paint::Kind::Solid && shape.fill.color.alpha < 1)
         m_tally.omissions.Count("transparency of a solid colour");
 }
@@ -153,10 +165,19 @@ void Importer::Drawing::AddPattern(const svg::Shape& shape) {
     added.SetTilingMatrix(ToDocumentUnits(ToMatrix(shape.transform * shape.fill.pattern->transform)));
 }
 
+void Importer::Drawing::AddOutline(const svg::Shape& shape) {
+    const CGE_OUTLINE record = m_outlines.Map(shape.stroke, shape.transform, m_tally.omissions);
+    WOutlineHandle& outline = m_importer.m_document.LastOutline();
+    Measure(m_tally.outlineBytes, [&] {
+        outline.SetCGEOutline(&record);
+        return true;
+    });
+}
+
 /// Vector fills with different temporary data differ for the pool, so that equal patterns are recognised
 /// here, whichever drawing they are in. Null when the pattern is broken.
 const WFillHandle* Importer::Drawing::FindPattern(const svg::Shape& shape) {
-    const std::optional<svg::Rect> box = shape.Bounds();
+    const std::optional<svg::Rect> box = shape.Bounds(m_tally.omissions);
     std::string key = PatternKey(*shape.fill.pattern, box);
     const PooledPattern* pooled = nullptr;
     if (const auto found = m_importer.m_patterns.find(key); found != m_importer.m_patterns.end()) {

@@ -8,9 +8,9 @@
 
 #include "host/base/error.h"
 
-#include "fom/fill_document.h"
 #include "fom/fill_handle.h"
 #include "fom/import_tally.h"
+#include "fom/paint_document.h"
 
 #include "svg/shape.h"
 
@@ -19,10 +19,11 @@ namespace command {
 /// Tells how many bytes of heap the calling thread holds.
 using HeapGauge = std::int64_t (*)();
 
-/// Reads the fills of drawings into one document. A drawing with an error contributes nothing. One thread.
+/// Reads the fills and strokes of drawings into one document. A drawing with an error contributes nothing.
+/// One thread.
 class Importer {
 public:
-    /// Without a gauge the heap that fills take stays 0.
+    /// Without a gauge the heap that fills and outlines take stays 0.
     explicit Importer(HeapGauge gauge = nullptr) : m_gauge(gauge) {}
 
     /// False, with `error` filled, when the drawing cannot be used.
@@ -33,7 +34,7 @@ public:
 
     void CountOmission(std::string_view name, std::size_t times) { m_tally.omissions.Count(name, times); }
 
-    const FillDocument& Document() const noexcept { return m_document; }
+    const PaintDocument& Document() const noexcept { return m_document; }
     const ImportTally& Tally() const noexcept { return m_tally; }
 
 private:
@@ -45,7 +46,7 @@ private:
     using PatternMap = std::unordered_map<std::string, PooledPattern>;
     class Drawing;
 
-    FillDocument m_document;
+    PaintDocument m_document;
     PatternMap m_patterns;
     ImportTally m_tally;
     HeapGauge m_gauge;

@@ -15,6 +15,7 @@ constexpr const char* kExamples = R"(Examples:
   fom import drawings/
   fom import --json logo.svg -o report.json
   fom swatches drawings/ -o sheet.png
+  fom pens --under 'scale(2 1) rotate(30)' --width 2mm -o pens.png
 )";
 
 constexpr const char* kImportExamples = R"(Examples:
@@ -30,9 +31,23 @@ constexpr const char* kSwatchesExamples = R"(Examples:
   fom swatches drawings/ -o sheet.png --limit 100 --columns 10 --force
 )";
 
+constexpr const char* kPensExamples = R"(Examples:
+  fom pens --under 'scale(2) rotate(30)'
+  fom pens --under 'skewX(40)' --width 4pt --stretch 50 --angle 30 -o pens.png
+  fom pens --under 'scale(3 1)' --width 1mm --dashes 3,1 --dot-length 2mm --json
+
+Lengths have a unit (mm, cm, in, pt, px) or are document units, of which 254,000 make an inch. Angles run from
+the x axis to the y axis, which points down.
+)";
+
 /// An empty name, as an unset variable of a script gives, must not pass for standard output.
 std::string CheckNamed(const std::string& name) {
     return name.empty() ? "the name of the file is empty" : std::string();
+}
+
+/// As an unset variable of a script gives it.
+std::string CheckGiven(const std::string& text) {
+    return text.empty() ? "the text is empty" : std::string();
 }
 
 constexpr std::size_t kMostSwatches = 100'000;
@@ -64,11 +79,12 @@ public:
         m_swatches->add_flag("--force", m_options.force, "overwrite the file");
         m_swatches
             ->add_option("--limit", m_options.limit,
-                         "draw at most so many fills: the most used, some of every kind")
+                         "draw at most so many fills and outlines: the most used, some of every kind")
             ->check(CLI::Range(std::size_t{1}, kMostSwatches))
             ->capture_default_str();
         m_swatches->add_option("--columns", m_options.columns, "swatches in a row")
             ->check(CLI::Range(std::size_t{1}, kMostColumns));
+        AddPens();
         m_help->add_option("command", m_topic, "the command to explain");
     }
 
@@ -87,7 +103,13 @@ public:
             exitCode = Help(out, err);
             return std::nullopt;
         }
-        m_options.action = m_import->parsed() ? Action::Import : Action::Swatches;
+        m_options.action = m_import->parsed()     ? Action::Import
+                           : m_swatches->parsed() ? Action::Swatches
+                                                  : Action::Pens;
+        if (m_options.action == Action::Pens && !ReadPens(err)) {
+            exitCode = kUsage;
+            return std::nullopt;
+        }
         m_options.paths.assign(m_paths.begin(), m_paths.end());
         m_options.output = m_output;
         return m_options;
@@ -98,8 +120,36 @@ private:
         command->add_option("PATH", m_paths, "SVG files, or folders of them")->required();
     }
 
+    void AddPens() {
+        m_pens->footer(kPensExamples);
+        const auto add = [this](const char* name, std::string& text, const char* help) {
+            return m_pens->add_option(name, text, help)->check(CheckGiven);
+        };
+        add("--under", m_penTexts.under, "transformation of the object, in SVG syntax")->required();
+        add("--width", m_penTexts.width, "width along the nib's longer axis [2pt]");
+        add("--stretch", m_penTexts.stretch, "the nib's other axis in per cent of the width [100]");
+        add("--angle", m_penTexts.angle, "the nib's angle in degrees [0]");
+        add("--dashes", m_penTexts.dashes, "dash, gap, dash, ... in dot lengths");
+        add("--dot-length", m_penTexts.dotLength, "length of a dot [the width]");
+        add("--kind", m_penTexts.kind, "none, solid or dot-dash [dot-dash with dashes, otherwise solid]");
+        m_pens->add_option("-o,--output", m_output, "PNG file to draw")->check(CheckNamed);
+        m_pens->add_flag("--json", m_options.json, "numbers as JSON");
+        m_pens->add_flag("--force", m_options.force, "overwrite the file");
+    }
+
+    bool ReadPens(std::ostream& err) {
+        std::string mistake;
+        const std::optional<PenRequest> request = ReadPenRequest(m_penTexts, mistake);
+        if (!request) {
+            err << "fom: " << mistake << "\nRun with --help for more information.\n";
+            return false;
+        }
+        m_options.pens = *request;
+        return true;
+    }
+
     const CLI::App* FindCommand() const {
-        for (const CLI::App* command : {m_import, m_swatches, m_help})
+        for (const CLI::App* command : {m_import, m_swatches, m_pens, m_help})
             if (command->get_name() == m_topic) return command;
         return nullptr;
     }
@@ -119,12 +169,15 @@ private:
     std::vector<std::string> m_paths;
     std::string m_output;
     std::string m_topic;
+    PenTexts m_penTexts;
     CLI::App m_app{
-        "Reads the fills of SVG drawings into a document in which every distinct fill exists once.", "fom"};
+        "Reads the fills and strokes of SVG drawings into a document in which each distinct one exists once.",
+        "fom"};
     CLI::App* m_import =
         m_app.add_subcommand("import", "read drawings and report what they are painted with");
-    CLI::App* m_swatches =
-        m_app.add_subcommand("swatches", "draw the distinct fills of drawings as a labelled sheet");
+    CLI::App* m_swatches = m_app.add_subcommand(
+        "swatches", "draw the distinct fills and outlines of drawings as a labelled sheet");
+    CLI::App* m_pens = m_app.add_subcommand("pens", "show how a pen follows a transformation of its object");
     CLI::App* m_help = m_app.add_subcommand("help", "explain a command");
 };
 

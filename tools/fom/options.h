@@ -6,9 +6,11 @@
 #include <optional>
 #include <vector>
 
+#include "fom/pen_request.h"
+
 namespace command {
 
-enum class Action { None, Import, Swatches };
+enum class Action { None, Import, Swatches, Pens };
 
 /// What a command line asks for.
 struct Options {
@@ -22,6 +24,7 @@ struct Options {
     bool json = false;
     std::size_t limit = kDefaultLimit;  ///< swatches that are drawn
     std::size_t columns = 0;            ///< 0: as many as fit a sheet of usual width
+    PenRequest pens;
 };
 
 /// Exit codes of the command.

@@ -2,17 +2,16 @@
 
 #include <chrono>
 #include <exception>
-#include <ostream>
 #include <span>
 #include <string>
-#include <system_error>
-
-#include "host/base/atomic_file.h"
 
 #include "fom/file_list.h"
 #include "fom/import_report.h"
 #include "fom/options.h"
+#include "fom/output.h"
 #include "fom/path_text.h"
+#include "fom/pen_fit.h"
+#include "fom/pen_picture.h"
 #include "fom/startup.h"
 #include "fom/swatch_sheet.h"
 
@@ -60,34 +59,7 @@ Counts ImportAll(const Options& options, Importer& importer, Console& console) {
     return counts;
 }
 
-/// Whether the output file may be written; says why not.
-bool MayWrite(const Options& options, Console& console) {
-    std::error_code unknown;
-    if (options.output.empty() || options.force || !std::filesystem::exists(options.output, unknown))
-        return true;
-    console.Fail({.what = PathText(options.output),
-                  .offset = 0,
-                  .line = 0,
-                  .reason = "exists already; --force overwrites"});
-    return false;
-}
-
-bool Write(const Options& options, std::span<const std::byte> bytes, Console& console) {
-    if (options.output.empty()) {
-        console.Out().write(reinterpret_cast<const char*>(bytes.data()),
-                            static_cast<std::streamsize>(bytes.size()));
-        console.Out().flush();
-        if (console.Out().good()) return true;
-        console.Fail({.what = "standard output", .offset = 0, .line = 0, .reason = "cannot be written"});
-        return false;
-    }
-    host::Error error;
-    if (host::SaveAtomically(options.output, bytes, error)) return true;
-    console.Fail(error);
-    return false;
-}
-
-int RunImport(const Options& options, Console& console, HeapGauge gauge) {
+int RunImport(const Options& options, const Output& output, Console& console, HeapGauge gauge) {
     const auto start = std::chrono::steady_clock::now();
     Importer importer(gauge);
     const Counts counts = ImportAll(options, importer, console);
@@ -96,11 +68,11 @@ int RunImport(const Options& options, Console& console, HeapGauge gauge) {
     report.failedFiles = counts.failed;
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     const std::string text = options.json ? ToJson(report) : ToText(report);
-    if (!Write(options, std::as_bytes(std::span(text)), console)) return kFailure;
+    if (!output.Write(std::as_bytes(std::span(text)), console)) return kFailure;
     return counts.anyError ? kFailure : kSuccess;
 }
 
-int RunSwatches(const Options& options, Console& console) {
+int RunSwatches(const Options& options, const Output& output, Console& console) {
     Importer importer;
     const Counts counts = ImportAll(options, importer, console);
     host::Error error;
@@ -117,8 +89,24 @@ int RunSwatches(const Options& options, Console& console) {
         console.Fail(error);
         return kFailure;
     }
-    if (!Write(options, *png, console)) return kFailure;
+    if (!output.Write(*png, console)) return kFailure;
     return counts.anyError ? kFailure : kSuccess;
+}
+
+int RunPens(const Options& options, const Output& output, Console& console) {
+    const PenFit fit = FitPen(options.pens);
+    if (!options.output.empty()) {
+        host::Error error;
+        const std::optional<std::vector<std::byte>> png = DrawPenFit(fit, error);
+        if (!png) {
+            error.what = PathText(options.output);
+            console.Fail(error);
+            return kFailure;
+        }
+        if (!output.Write(*png, console)) return kFailure;
+    }
+    const std::string text = options.json ? ToJson(fit) : ToText(fit);
+    return Output({}).Write(std::as_bytes(std::span(text)), console) ? kSuccess : kFailure;
 }
 
 }  // namespace
@@ -128,15 +116,23 @@ int Run(int argc, const char* const* argv, Console& console, HeapGauge gauge) {
         int exitCode = kSuccess;
         const std::optional<Options> options =
             ParseOptions(argc, argv, console.Out(), console.Err(), exitCode);
-        if (!options) return exitCode;
-        if (!MayWrite(*options, console)) return kFailure;
+        if (!options) return exitCode == kSuccess && !console.Deliver() ? kFailure : exitCode;
+        const Output output(options->output);
+        if (!options->force && output.Replaces()) {
+            console.Fail({.what = PathText(options->output),
+                          .offset = 0,
+                          .line = 0,
+                          .reason = "exists already; --force overwrites"});
+            return kFailure;
+        }
         const Library library;
         if (!library.IsStarted()) {
             console.Fail({.what = {}, .offset = 0, .line = 0, .reason = "the library does not start"});
             return kFailure;
         }
-        return options->action == Action::Import ? RunImport(*options, console, gauge)
-                                                 : RunSwatches(*options, console);
+        if (options->action == Action::Pens) return RunPens(*options, output, console);
+        return options->action == Action::Import ? RunImport(*options, output, console, gauge)
+                                                 : RunSwatches(*options, output, console);
     } catch (const std::bad_alloc&) {
         console.Fail({.what = {}, .offset = 0, .line = 0, .reason = "not enough memory"});
     } catch (const std::exception& failure) {

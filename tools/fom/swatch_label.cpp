@@ -10,13 +10,6 @@
 namespace command {
 namespace {
 
-std::string ColorText(const CLR_COLORSPEC& color) {
-    const auto rgb = WClrConvert::GetDisplayRGB(ColorContext::GetActiveColorContext(), color);
-    char text[16];
-    std::snprintf(text, sizeof text, "#%02x%02x%02x", rgb[0], rgb[1], rgb[2]);
-    return text;
-}
-
 std::string Counted(std::size_t count, const char* thing) {
     return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
 }
@@ -62,6 +55,13 @@ SwatchLabel LabelOfTile(const char* name, const CGE_TILING& tiling) {
 }
 
 }  // namespace
+
+std::string ColorText(const CLR_COLORSPEC& color) {
+    const auto rgb = WClrConvert::GetDisplayRGB(ColorContext::GetActiveColorContext(), color);
+    char text[16];
+    std::snprintf(text, sizeof text, "#%02x%02x%02x", rgb[0], rgb[1], rgb[2]);
+    return text;
+}
 
 SwatchLabel LabelOf(const CGE_FILL& fill) {
     switch (fill.GetType()) {

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/gfx/fill.h"
+#include "host/gfx/outline.h"
 
 namespace command {
 
@@ -13,5 +14,9 @@ struct SwatchLabel {
 };
 
 SwatchLabel LabelOf(const CGE_FILL& fill);
+/// `enlargement` is what the outline is shown with.
+SwatchLabel LabelOf(const CGE_OUTLINE& pen, double enlargement);
+/// "#ff0000", as it is displayed.
+std::string ColorText(const CLR_COLORSPEC& color);
 
 }  // namespace command

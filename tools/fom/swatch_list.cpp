@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "fom/fountain_ramp.h"
+#include "fom/import_report.h"
 
 namespace command {
 namespace {
@@ -27,6 +28,15 @@ ScreenColor Impression(const CGE_FILL& fill) {
     return sum;
 }
 
+ScreenColor Impression(const Swatch& swatch) {
+    return swatch.fill ? Impression(*swatch.fill->GetCGEFill())
+                       : ToScreen(swatch.outline->GetCGEOutline()->color);
+}
+
+int WidthOf(const Swatch& swatch) noexcept {
+    return swatch.outline ? swatch.outline->GetCGEOutline()->width : 0;
+}
+
 /// Hue from 0 (red) to 6, for a colour that is not gray.
 double HueOf(const ScreenColor& c, double most, double chroma) noexcept {
     if (most == c.r) return std::fmod((c.g - c.b) / chroma + 6, 6.0);
@@ -44,11 +54,11 @@ std::tuple<int, double, double> ColorKey(const ScreenColor& c) noexcept {
 }
 
 void SortByColor(std::vector<Swatch>& swatches) {
-    using Keyed = std::pair<std::tuple<int, double, double>, Swatch>;
+    using Keyed = std::pair<std::tuple<int, double, double, int>, Swatch>;
     std::vector<Keyed> keyed;
     keyed.reserve(swatches.size());
     for (const Swatch& swatch : swatches)
-        keyed.emplace_back(ColorKey(Impression(*swatch.fill->GetCGEFill())), swatch);
+        keyed.emplace_back(std::tuple_cat(ColorKey(Impression(swatch)), std::tuple(WidthOf(swatch))), swatch);
     std::stable_sort(keyed.begin(), keyed.end(),
                      [](const Keyed& a, const Keyed& b) { return a.first < b.first; });
     for (std::size_t i = 0; i < keyed.size(); ++i)
@@ -62,18 +72,30 @@ struct Candidate {
     Swatch swatch;
 };
 
-std::vector<Candidate> FindCandidates(const FillDocument& document, SwatchList& list) {
+/// Puts the swatch into a group; those of a group come one after the other.
+void AddCandidate(std::vector<Candidate>& found, SwatchList& list, const char* kind, const Swatch& swatch) {
+    const bool isOutline = swatch.outline != nullptr;
+    if (list.groups.empty() || list.groups.back().kind != kind || list.groups.back().isOutlines != isOutline)
+        list.groups.push_back({kind, isOutline, 0, {}});
+    ++list.groups.back().total;
+    ++(isOutline ? list.outlines : list.fills);
+    found.push_back({found.size(), list.groups.size() - 1, swatch});
+}
+
+std::vector<Candidate> FindCandidates(const PaintDocument& document, SwatchList& list) {
     std::vector<Candidate> found;
     document.Pool()->Enumerate([&](const WRefCountFill* fill) {
         if (!fill->GetCGEFill()) return true;
-        if (list.groups.empty() || list.groups.back().kind != fill->GetFillType())
-            list.groups.push_back({fill->GetFillType(), 0, {}});
-        ++list.groups.back().fills;
-        const Swatch swatch{fill, static_cast<std::size_t>(fill->GetReference())};
-        found.push_back({found.size(), list.groups.size() - 1, swatch});
+        const Swatch swatch{fill, nullptr, static_cast<std::size_t>(fill->GetReference())};
+        AddCandidate(found, list, FillKindName(fill->GetFillType()), swatch);
         return true;
     });
-    list.fills = found.size();
+    document.OutlinePool().Enumerate([&](const WRefCountOutline* outline) {
+        const Swatch swatch{nullptr, outline, static_cast<std::size_t>(outline->GetReference())};
+        const auto kind = static_cast<CgeOutlineType>(outline->GetCGEOutline()->type & 15);
+        AddCandidate(found, list, PenKindName(kind), swatch);
+        return true;
+    });
     return found;
 }
 
@@ -93,7 +115,7 @@ void KeepMostUsed(std::vector<Candidate>& found, std::size_t limit, std::size_t 
 
 }  // namespace
 
-SwatchList ListSwatches(const FillDocument& document, std::size_t limit) {
+SwatchList ListSwatches(const PaintDocument& document, std::size_t limit) {
     SwatchList list;
     std::vector<Candidate> found = FindCandidates(document, list);
     KeepMostUsed(found, limit, list.groups.size());

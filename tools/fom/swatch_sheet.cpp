@@ -6,7 +6,9 @@
 
 #include "fom/fill_painter.h"
 #include "fom/grouped.h"
-#include "fom/import_report.h"
+#include "fom/sheet_text.h"
+#include "fom/stroke_sample.h"
+#include "fom/surface_png.h"
 #include "fom/swatch_fit.h"
 #include "fom/swatch_label.h"
 #include "fom/swatch_list.h"
@@ -51,11 +53,22 @@ Layout LayOut(const SwatchList& list, std::size_t columns) {
     return layout;
 }
 
+SwatchLabel MakeLabel(const Swatch& swatch) {
+    if (swatch.fill) return LabelOf(*swatch.fill->GetCGEFill());
+    const CGE_OUTLINE& pen = *swatch.outline->GetCGEOutline();
+    return LabelOf(pen, SampleEnlargement(pen));
+}
+
+std::string Counted(std::size_t count, const char* thing) {
+    return Grouped(count) + ' ' + thing + (count == 1 ? "" : "s");
+}
+
 class Artist {
 public:
-    Artist(CairoContext& target, const Layout& layout) : m_target(&target), m_layout(layout) {}
+    Artist(CairoContext& target, const Layout& layout)
+        : m_target(&target), m_text(target), m_layout(layout) {}
 
-    void Draw(const SwatchList& list, const FillDocument& document, const SheetOptions& options,
+    void Draw(const SwatchList& list, const PaintDocument& document, const SheetOptions& options,
               const SheetProgress& progress) {
         cairo_set_source_rgb(m_target, 1, 1, 1);
         cairo_paint(m_target);
@@ -77,58 +90,27 @@ public:
     }
 
 private:
-    enum class Ink { Strong, Plain, Faint };
-
-    void SetInk(Ink ink) {
-        const double gray = ink == Ink::Strong ? 0.08 : ink == Ink::Plain ? 0.25 : 0.48;
-        cairo_set_source_rgb(m_target, gray, gray, gray);
-    }
-
-    double WidthOf(const std::string& text) {
-        cairo_text_extents_t extents;
-        cairo_text_extents(m_target, text.c_str(), &extents);
-        return extents.x_advance;
-    }
-
-    /// Cuts what does not fit; `text` has no bytes beyond ASCII where it is cut, or loses whole characters.
-    void Write(std::string text, double x, double y, double size, double width, Ink ink, bool bold = false) {
-        cairo_select_font_face(m_target, "sans-serif", CAIRO_FONT_SLANT_NORMAL,
-                               bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-        cairo_set_font_size(m_target, size);
-        if (WidthOf(text) > width) {
-            do {
-                while (!text.empty() && (static_cast<unsigned char>(text.back()) & 0xC0) == 0x80)
-                    text.pop_back();
-                if (!text.empty()) text.pop_back();
-            } while (!text.empty() && WidthOf(text + "\u2026") > width);
-            text += "\u2026";
-        }
-        SetInk(ink);
-        cairo_move_to(m_target, x, y);
-        cairo_show_text(m_target, text.c_str());
-    }
-
-    void DrawTitle(const SwatchList& list, const FillDocument& document, const SheetOptions& options) {
+    void DrawTitle(const SwatchList& list, const PaintDocument& document, const SheetOptions& options) {
         const double width = m_layout.width - 2 * kMargin;
         const std::size_t shapes = document.ShapeCount();
-        Write(Grouped(list.fills) + (list.fills == 1 ? " fill" : " fills"), kMargin, kMargin + 22, 26, width,
-              Ink::Strong, true);
-        std::string totals = Grouped(shapes) + (shapes == 1 ? " shape" : " shapes") + " in " +
-                             Grouped(options.drawings) + (options.drawings == 1 ? " drawing" : " drawings");
-        if (list.shown < list.fills)
+        std::string title = Counted(list.fills, "fill");
+        if (list.outlines > 0) title += ", " + Counted(list.outlines, "outline");
+        m_text.Write(title, {kMargin, kMargin + 22, 26, width}, Ink::Strong, true);
+        std::string totals = Counted(shapes, "shape") + " in " + Counted(options.drawings, "drawing");
+        const std::size_t all = list.fills + list.outlines;
+        if (list.shown < all)
             totals += "; " + Grouped(list.shown) + " of the most used are shown, " +
-                      Grouped(list.fills - list.shown) + " are left out";
-        Write(totals, kMargin, kMargin + 46, 14, width, Ink::Plain);
+                      Grouped(all - list.shown) + " are left out";
+        m_text.Write(totals, {kMargin, kMargin + 46, 14, width}, Ink::Plain);
     }
 
     double DrawHeading(const SwatchGroup& group, double y) {
         const double width = m_layout.width - 2 * kMargin;
-        std::string counts = Grouped(group.fills) + (group.fills == 1 ? " fill" : " fills");
-        if (group.swatches.size() < group.fills) counts += ", " + Grouped(group.swatches.size()) + " shown";
-        const std::string name = FillKindName(group.kind);
-        Write(name, kMargin, y + 16, 16, width, Ink::Strong, true);
-        const double after = WidthOf(name) + 10;
-        Write(counts, kMargin + after, y + 16, 12, width - after, Ink::Faint);
+        std::string counts = Counted(group.total, group.isOutlines ? "outline" : "fill");
+        if (group.swatches.size() < group.total) counts += ", " + Grouped(group.swatches.size()) + " shown";
+        m_text.Write(group.kind, {kMargin, y + 16, 16, width}, Ink::Strong, true);
+        const double after = m_text.WidthOf(group.kind) + 10;
+        m_text.Write(counts, {kMargin + after, y + 16, 12, width - after}, Ink::Faint);
         cairo_set_source_rgb(m_target, 0.86, 0.86, 0.86);
         cairo_rectangle(m_target, kMargin, y + 25, width, 1);
         cairo_fill(m_target);
@@ -136,28 +118,37 @@ private:
     }
 
     void DrawSwatch(const Swatch& swatch, double x, double y) {
-        const CGE_FILL& fill = *swatch.fill->GetCGEFill();
+        std::string_view missing;
         cairo_save(m_target);
         cairo_rectangle(m_target, x, y, kSwatchWidth, kSwatchHeight);
         cairo_clip(m_target);
         cairo_translate(m_target, x, y);
-        if (fill.GetType() == FillNone) {
-            DrawNone();
+        if (swatch.fill) {
+            missing = DrawFill(*swatch.fill->GetCGEFill());
         } else {
-            if (fill.GetType() != FillUniform) DrawCheckers();
-            const ObjectBounds box = FitSwatch(fill, kSwatchWidth, kSwatchHeight);
-            cairo_scale(m_target, kSwatchWidth / (box.right - box.left),
-                        kSwatchHeight / (box.bottom - box.top));
-            cairo_translate(m_target, -box.left, -box.top);
-            PaintFill(*m_target, fill, box);
+            PaintStrokeSample(*m_target, *swatch.outline->GetCGEOutline(), kSwatchWidth, kSwatchHeight);
         }
         cairo_restore(m_target);
         DrawFrame(x, y);
-        const SwatchLabel label = LabelOf(fill);
+        SwatchLabel label = MakeLabel(swatch);
+        if (!missing.empty()) label.detail = missing;
         double line = y + kSwatchHeight + 14;
-        Write(label.name, x, line, 11, kSwatchWidth, Ink::Strong);
-        if (!label.detail.empty()) Write(label.detail, x, line += 13, 9.5, kSwatchWidth, Ink::Plain);
-        Write("\u00d7 " + Grouped(swatch.uses), x, line + 13, 10, kSwatchWidth, Ink::Faint);
+        m_text.Write(label.name, {x, line, 11, kSwatchWidth}, Ink::Strong);
+        if (!label.detail.empty()) m_text.Write(label.detail, {x, line += 13, 9.5, kSwatchWidth}, Ink::Plain);
+        m_text.Write("\u00d7 " + Grouped(swatch.uses), {x, line + 13, 10, kSwatchWidth}, Ink::Faint);
+    }
+
+    /// Answers what is missing, as PaintFill does.
+    std::string_view DrawFill(const CGE_FILL& fill) {
+        if (fill.GetType() == FillNone) {
+            DrawNone();
+            return {};
+        }
+        if (fill.GetType() != FillUniform) DrawCheckers();
+        const ObjectBounds box = FitSwatch(fill, kSwatchWidth, kSwatchHeight);
+        cairo_scale(m_target, kSwatchWidth / (box.right - box.left), kSwatchHeight / (box.bottom - box.top));
+        cairo_translate(m_target, -box.left, -box.top);
+        return PaintFill(*m_target, fill, box);
     }
 
     void DrawNone() {
@@ -187,23 +178,13 @@ private:
     }
 
     CairoContext* m_target;
+    SheetText m_text;
     const Layout m_layout;
 };
 
-cairo_status_t AppendPng(void* to, const unsigned char* data, unsigned size) {
-    auto& bytes = *static_cast<std::vector<std::byte>*>(to);
-    try {
-        const auto* first = reinterpret_cast<const std::byte*>(data);
-        bytes.insert(bytes.end(), first, first + size);
-    } catch (...) {
-        return CAIRO_STATUS_NO_MEMORY;  // an exception would pass through C
-    }
-    return CAIRO_STATUS_SUCCESS;
-}
-
 }  // namespace
 
-std::optional<std::vector<std::byte>> DrawSwatches(const FillDocument& document, const SheetOptions& options,
+std::optional<std::vector<std::byte>> DrawSwatches(const PaintDocument& document, const SheetOptions& options,
                                                    const SheetProgress& progress, host::Error& error) {
     const SwatchList list = ListSwatches(document, options.limit);
     const Layout layout = LayOut(list, options.columns);
@@ -220,11 +201,8 @@ std::optional<std::vector<std::byte>> DrawSwatches(const FillDocument& document,
         MakeImageSurface(static_cast<int>(layout.width), static_cast<int>(layout.height));
     const ContextPointer context = MakeContext(*surface);
     Artist(*context, layout).Draw(list, document, options, progress);
-    std::vector<std::byte> png;
-    if (cairo_surface_write_to_png_stream(surface.get(), AppendPng, &png) != CAIRO_STATUS_SUCCESS) {
-        error.reason = "the sheet cannot be encoded";
-        return std::nullopt;
-    }
+    std::optional<std::vector<std::byte>> png = EncodePng(*surface);
+    if (!png) error.reason = "the sheet cannot be encoded";
     return png;
 }
 

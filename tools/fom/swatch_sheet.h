@@ -7,7 +7,7 @@
 
 #include "host/base/error.h"
 
-#include "fom/fill_document.h"
+#include "fom/paint_document.h"
 
 namespace command {
 
@@ -20,10 +20,10 @@ struct SheetOptions {
 /// Told how many swatches of how many are drawn.
 using SheetProgress = std::function<void(std::size_t done, std::size_t total)>;
 
-/// Draws the document's distinct fills as a labelled sheet: the bytes of a PNG file. Each fill is drawn from
-/// its pooled record alone. Empty, with the reason in `error`, when there is nothing to draw or the sheet
-/// would be too large.
-std::optional<std::vector<std::byte>> DrawSwatches(const FillDocument& document, const SheetOptions& options,
+/// Draws the document's distinct fills and outlines as a labelled sheet: the bytes of a PNG file. Each is
+/// drawn from its pooled record alone. Empty, with the reason in `error`, when there is nothing to draw or
+/// the sheet would be too large.
+std::optional<std::vector<std::byte>> DrawSwatches(const PaintDocument& document, const SheetOptions& options,
                                                    const SheetProgress& progress, host::Error& error);
 
 }  // namespace command

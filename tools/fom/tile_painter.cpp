@@ -74,6 +74,10 @@ TileLayout LayOutTiles(const CGE_TILING& tiling, const RECT& box, const ObjectBo
     return layout;
 }
 
+double CountTilePixels(CairoContext& target, const TileLayout& layout) {
+    return PixelsOf(target, layout.width, 0) * PixelsOf(target, 0, layout.height);
+}
+
 void PaintTiles(CairoContext& target, const TileLayout& layout, const TileArtist& draw) {
     if (!(layout.width > 0) || !(layout.height > 0)) return;
     const Block block = RepeatingBlock(layout);
@@ -84,9 +88,10 @@ void PaintTiles(CairoContext& target, const TileLayout& layout, const TileArtist
     const SurfacePointer surface = MakeImageSurface(static_cast<int>(across), static_cast<int>(down));
     const ContextPointer context = MakeContext(*surface);
     cairo_scale(context.get(), across / width, down / height);
-    // One more to the left and above: what a shift moves out of the block at one side comes in at the other.
-    for (int row = -1; row < block.rows; ++row)
-        for (int column = -1; column < block.columns; ++column)
+    // What a shift moves out of the block at one side comes in at the other: one more to the left and above.
+    const int first = layout.shift != 0 ? -1 : 0;
+    for (int row = first; row < block.rows; ++row)
+        for (int column = first; column < block.columns; ++column)
             DrawTile(*context, layout, column, row, draw);
 
     const PatternPointer pattern(cairo_pattern_create_for_surface(surface.get()));

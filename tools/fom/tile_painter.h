@@ -20,6 +20,9 @@ struct TileLayout {
 /// The layout of a pattern over an object. `box` is the tile where the pattern was made; see MapPattern.
 TileLayout LayOutTiles(const CGE_TILING& tiling, const RECT& box, const ObjectBounds& object);
 
+/// Pixels of the target that one tile takes.
+double CountTilePixels(CairoContext& target, const TileLayout& layout);
+
 /// Draws one tile into the rectangle from (0, 0) to the tile's size.
 using TileArtist = std::function<void(CairoContext& target, double width, double height)>;
 

@@ -8,12 +8,12 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "host/base/temp_data.h"
 
 #include "fom/document_units.h"
 #include "fom/fill_painter_parts.h"
+#include "fom/tame.h"
 #include "fom/tile_painter.h"
 
 namespace command {
@@ -21,6 +21,9 @@ namespace {
 
 constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20;
 constexpr std::size_t kPiece = 16384;
+/// Pixels that the steps of filters may go over, all together: seconds for the slowest of them.
+constexpr double kMostFilterPixels = 2'000'000;
+constexpr std::string_view kNotDrawn = "cannot be drawn";
 
 struct ReleaseObject {
     void operator()(void* object) const noexcept { g_object_unref(object); }
@@ -35,22 +38,6 @@ std::string ReadContent(unsigned id) {
     while (const std::size_t size = stream->Read(piece.data(), piece.size()))
         content.append(piece.data(), size);
     return content;
-}
-
-void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
-    std::string result;
-    std::size_t done = 0;
-    for (std::size_t at = 0; (at = text.find(from, done)) != std::string::npos; done = at + from.size())
-        result.append(text, done, at - done).append(to);
-    if (done > 0) text = std::move(result.append(text, done));
-}
-
-/// Takes out what the renderer does not survive: convolutions by some matrices end the process, and noise of
-/// many octaves never ends. Content has these texts in markup only, for it escapes "<" and quotes elsewhere.
-void Tame(std::string& content) {
-    ReplaceAll(content, "<feConvolveMatrix", "<feOffset");
-    ReplaceAll(content, "</feConvolveMatrix", "</feOffset");
-    ReplaceAll(content, " numOctaves=\"", " data-octaves=\"");
 }
 
 /// Art that the renderer cannot draw is no news for the terminal.
@@ -78,11 +65,7 @@ std::string Wrap(const std::string& content, const RECT& box) {
     return start + content + "</svg>";
 }
 
-Drawing Load(const CGE_VECTORFILL& vector) {
-    const RECT& box = vector.originalBoundingBox;
-    std::string content = ReadContent(vector.tmpFile);
-    if (content.empty() || box.right <= box.left || box.bottom <= box.top) return nullptr;
-    Tame(content);
+Drawing Load(const std::string& content, const RECT& box) {
     const std::string text = Wrap(content, box);
     GError* error = nullptr;
     Drawing drawing(
@@ -93,17 +76,22 @@ Drawing Load(const CGE_VECTORFILL& vector) {
 
 }  // namespace
 
-void PaintVector(CairoContext& target, const CGE_VECTORFILL& vector, const ObjectBounds& object) {
-    SilenceRenderer();
-    const Drawing drawing = Load(vector);
-    if (!drawing) return;
+std::string_view PaintVector(CairoContext& target, const CGE_VECTORFILL& vector, const ObjectBounds& object) {
+    const RECT& box = vector.originalBoundingBox;
+    std::string content = ReadContent(vector.tmpFile);
+    if (content.empty() || box.right <= box.left || box.bottom <= box.top) return {};
     const TileLayout layout = LayOutTiles(vector.tiling, vector.boundingBox, object);
-    PaintTiles(target, layout, [&drawing](CairoContext& tile, double width, double height) {
+    std::string_view missing = Tame(content, kMostFilterPixels / CountTilePixels(target, layout));
+    SilenceRenderer();
+    const Drawing drawing = Load(content, box);
+    if (!drawing) return kNotDrawn;
+    PaintTiles(target, layout, [&](CairoContext& tile, double width, double height) {
         const RsvgRectangle place{0, 0, width, height};
         GError* error = nullptr;
-        rsvg_handle_render_document(drawing.get(), &tile, &place, &error);
+        if (!rsvg_handle_render_document(drawing.get(), &tile, &place, &error)) missing = kNotDrawn;
         if (error) g_error_free(error);
     });
+    return missing;
 }
 
 }  // namespace command

@@ -21,6 +21,10 @@ struct Point {
 class Bounds {
 public:
     void Add(Point p);
+    /// Begins a sub-path.
+    void Start(Point p) { Add(p); }
+    /// Ends a sub-path where it began.
+    void Close() {}
     void AddQuadratic(Point from, Point control, Point to);
     void AddCubic(Point from, Point control1, Point control2, Point to);
     /// The elliptical arc of path data: radii, rotation of the axes in degrees, and the two flags.

@@ -8,8 +8,9 @@ constexpr double kVertexBytes = 2;
 
 }  // namespace
 
-void ContentGraph::AddElement(std::size_t bytes) {
-    m_parts.back().elements += 1;
+void ContentGraph::AddElement(std::size_t bytes, std::size_t filterSteps) {
+    m_parts.back().own.elements += 1;
+    m_parts.back().own.filterSteps += static_cast<double>(filterSteps);
     m_parts.back().vertices += static_cast<double>(bytes) / kVertexBytes;
 }
 
@@ -31,25 +32,30 @@ std::vector<std::size_t> ContentGraph::Order() const {
     return order;
 }
 
-double ContentGraph::CountDrawn(const std::vector<std::size_t>& order) const {
+ContentGraph::Work ContentGraph::CountDrawn(const std::vector<std::size_t>& order) const {
     // What a part comes to by itself and by what it draws once, and what it comes to with all paint.
-    std::vector<double> bare(m_parts.size()), vertices(m_parts.size()), drawn(m_parts.size());
+    std::vector<double> bare(m_parts.size()), vertices(m_parts.size());
+    std::vector<Work> drawn(m_parts.size());
     for (std::size_t i = order.size(); i-- > 0;) {
         const std::size_t at = order[i];
         const Part& part = m_parts[at];
-        bare[at] = drawn[at] = part.elements;
+        bare[at] = part.own.elements;
         vertices[at] = part.vertices;
+        drawn[at] = part.own;
         for (const Reference& reference : part.references) {
-            drawn[at] += reference.reach == Reach::Once ? drawn[reference.to] : 0;
-            bare[at] += reference.reach == Reach::Once ? bare[reference.to] : 0;
-            vertices[at] += reference.reach == Reach::Once ? vertices[reference.to] : 0;
+            if (reference.reach != Reach::Once) continue;
+            bare[at] += bare[reference.to];
+            vertices[at] += vertices[reference.to];
         }
         for (const Reference& reference : part.references) {
-            if (reference.reach == Reach::EachElement) drawn[at] += bare[at] * drawn[reference.to];
-            if (reference.reach == Reach::EachVertex) drawn[at] += vertices[at] * drawn[reference.to];
+            const double times = reference.reach == Reach::Once          ? 1
+                                 : reference.reach == Reach::EachElement ? bare[at]
+                                                                         : vertices[at];
+            drawn[at].elements += times * drawn[reference.to].elements;
+            drawn[at].filterSteps += times * drawn[reference.to].filterSteps;
         }
     }
-    return m_parts.empty() ? 0 : drawn[0];
+    return m_parts.empty() ? Work() : drawn[0];
 }
 
 }  // namespace svg

@@ -24,8 +24,9 @@ public:
     /// Starts the next part.
     void AddPart() { m_parts.emplace_back(); }
 
-    /// Adds an element of the part that was started last, with the length of its start tag.
-    void AddElement(std::size_t bytes);
+    /// Adds an element of the part that was started last, with the length of its start tag and the number of
+    /// steps that filters take for it.
+    void AddElement(std::size_t bytes, std::size_t filterSteps);
 
     /// Adds a reference from the part that was started last to one which may not have been started yet.
     void AddReference(std::size_t to, Reach reach) { m_parts.back().references.push_back({to, reach}); }
@@ -33,9 +34,14 @@ public:
     /// All parts, each one before those that it refers to; fewer when some refer back to themselves.
     std::vector<std::size_t> Order() const;
 
-    /// About how many elements it takes to draw part 0, everything as often as it is repeated. `order` holds
-    /// all parts, and all that is referred to is a part.
-    double CountDrawn(const std::vector<std::size_t>& order) const;
+    /// How much something takes to draw, about, everything as often as it is repeated.
+    struct Work {
+        double elements = 0;
+        double filterSteps = 0;
+    };
+
+    /// What part 0 takes. `order` holds all parts, and all that is referred to is a part.
+    Work CountDrawn(const std::vector<std::size_t>& order) const;
 
 private:
     struct Reference {
@@ -44,7 +50,7 @@ private:
     };
     struct Part {
         std::vector<Reference> references;
-        double elements = 0;
+        Work own;
         double vertices = 0;
     };
 

@@ -44,6 +44,16 @@ ContentGraph::Reach ReachOf(const Property& property, bool handedDown) {
     return handedDown ? ContentGraph::Reach::EachElement : ContentGraph::Reach::Once;
 }
 
+/// The steps of filters that an element is, or asks for: each function of the property is one.
+std::size_t CountFilterSteps(const std::map<std::string, std::string, std::less<>>& attributes,
+                             std::string_view name) {
+    const auto filter = attributes.find("filter");
+    std::size_t steps = name.starts_with("fe") ? 1 : 0;
+    if (filter != attributes.end())
+        steps += static_cast<std::size_t>(std::count(filter->second.begin(), filter->second.end(), '('));
+    return steps;
+}
+
 }  // namespace
 
 ContentWriter::ContentWriter(Reading& reading, host::XmlNode owner) : m_reading(reading), m_owner(owner) {
@@ -117,11 +127,12 @@ void ContentWriter::WriteStart(host::XmlNode element, bool withInherited) {
     const auto number = m_numbers.find(element.Identity());
     if (number != m_numbers.end()) attributes["id"] = "r" + std::to_string(number->second);
     const std::size_t before = m_out.size();
-    m_out.append("<").append(m_reading.namespaces.LocalName(element.Name()));
+    const std::string_view name = m_reading.namespaces.LocalName(element.Name());
+    m_out.append("<").append(name);
     WriteAttributes(attributes);
     m_out += '>';
     if (IsTextContent(m_reading.namespaces.TagOf(element))) AppendEscaped(m_out, element.Value());
-    m_graph.AddElement(m_out.size() - before);
+    m_graph.AddElement(m_out.size() - before, CountFilterSteps(attributes, name));
     m_reading.SpendContent(element, m_out.size() - before);
 }
 
@@ -204,9 +215,12 @@ void ContentWriter::CheckRepetition() {
     const std::vector<std::size_t> order = m_graph.Order();
     if (order.size() < m_graph.Size()) {
         m_reading.Fail(m_owner, "pattern content refers back to itself");
-    } else if (m_graph.CountDrawn(order) > kMostDrawn) {
-        m_reading.Fail(m_owner, "pattern content repeats itself beyond 1000000 elements");
+        return;
     }
+    const ContentGraph::Work work = m_graph.CountDrawn(order);
+    m_filterSteps = work.filterSteps;
+    if (work.elements > kMostDrawn)
+        m_reading.Fail(m_owner, "pattern content repeats itself beyond 1000000 elements");
 }
 
 }  // namespace svg

@@ -25,6 +25,9 @@ public:
     /// The text; empty after a fault: content that refers back to itself, or repeats itself without measure.
     std::string Write();
 
+    /// How many steps of filters the text that was written takes to draw, repetitions included.
+    double FilterSteps() const { return m_filterSteps; }
+
 private:
     using Attributes = std::map<std::string, std::string, std::less<>>;
 
@@ -49,6 +52,7 @@ private:
     std::unordered_map<const void*, std::size_t> m_numbers;
     // The owner and the targets under their numbers.
     ContentGraph m_graph;
+    double m_filterSteps = 0;
 };
 
 }  // namespace svg

@@ -5,14 +5,17 @@
 
 #include "svg/paint_servers.h"
 #include "svg/reading.h"
+#include "svg/stroke_reader.h"
 
 namespace svg {
 
 struct Document::Content {
-    explicit Content(const host::XmlDocument& xml) : reading(xml), servers(reading) {}
+    explicit Content(const host::XmlDocument& xml)
+        : reading(xml), servers(reading), strokes(reading, servers) {}
 
     Reading reading;
     PaintServers servers;
+    StrokeReader strokes;
 };
 
 Document::Document() = default;
@@ -56,7 +59,7 @@ bool Document::Start(std::string name) {
 bool Document::ForEachShape(const ShapeVisitor& visit) {
     if (!m_content) return false;
     Reading& reading = m_content->reading;
-    Walker(reading, m_content->servers, visit).Run();
+    Walker(reading, m_content->servers, m_content->strokes, visit).Run();
     if (reading.HasFailed()) return Fail();
     reading.omissions.Count("unused definitions", reading.CountUnused());
     m_omissions = std::exchange(reading.omissions, Omissions());

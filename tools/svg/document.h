@@ -31,7 +31,7 @@ public:
     bool LoadText(std::string_view text, std::string_view name = {});
 
     /// Shows each painted shape in drawing order. False on an error; the document is then empty.
-    /// Gradients and patterns of the shapes stay valid until the next load, also afterwards.
+    /// Gradients, patterns and markers of the shapes stay valid until the next load, also afterwards.
     bool ForEachShape(const ShapeVisitor& visit);
 
     /// Why the last call answered false: file, line (0 when not known) and reason.

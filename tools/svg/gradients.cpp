@@ -37,10 +37,14 @@ Paint GradientReader::Read(host::XmlNode element) {
     gradient.kind = linear ? Gradient::Kind::Linear : Gradient::Kind::Radial;
     gradient.stops = stops;
     ReadVector(definition, element, gradient);
+    gradient.transform = ReadTransform(definition.Get(Field::GradientTransform), m_reading.omissions);
+    if (!gradient.transform.HasInverse()) {
+        m_reading.omissions.Count("paint transform without inverse");
+        return {};
+    }
     if (stops->size() == 1 || !HasExtent(gradient))
         return {.kind = Paint::Kind::Solid, .color = stops->back().color};
     gradient.spread = ReadSpread(definition, m_reading.omissions);
-    gradient.transform = ReadTransform(definition.Get(Field::GradientTransform), m_reading.omissions);
     gradient.id = element.Attribute("id").Value();
     m_gradients.push_back(std::move(gradient));
     return {.kind = Paint::Kind::Gradient, .gradient = &m_gradients.back()};

@@ -16,7 +16,8 @@ public:
     GradientReader(Reading& reading, DefinitionReader& definitions)
         : m_reading(reading), m_definitions(definitions) {}
 
-    /// A gradient; a solid colour when it has one stop or no extent; none when it has no stops.
+    /// A gradient; a solid colour when it has one stop or no extent; none when it has no stops, or a
+    /// transform without inverse.
     Paint Read(host::XmlNode element);
 
 private:

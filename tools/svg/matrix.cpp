@@ -38,6 +38,11 @@ bool Matrix::IsFinite() const {
            std::isfinite(f);
 }
 
+bool Matrix::HasInverse() const {
+    const double determinant = a * d - b * c;
+    return std::isfinite(determinant) && determinant != 0;
+}
+
 Matrix operator*(const Matrix& outer, const Matrix& inner) {
     return {outer.a * inner.a + outer.c * inner.b,           outer.b * inner.a + outer.d * inner.b,
             outer.a * inner.c + outer.c * inner.d,           outer.b * inner.c + outer.d * inner.d,

@@ -12,6 +12,8 @@ struct Matrix {
     bool operator==(const Matrix&) const = default;
     bool IsIdentity() const { return *this == Matrix(); }
     bool IsFinite() const;
+    /// Whether it takes no two points to one.
+    bool HasInverse() const;
 
     static Matrix Translation(double x, double y) { return {1, 0, 0, 1, x, y}; }
     static Matrix Scale(double x, double y) { return {x, 0, 0, y, 0, 0}; }

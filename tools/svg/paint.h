@@ -61,6 +61,8 @@ struct PatternContent {
     /// The content and all that it refers to as canonical SVG text: equal content gives equal bytes, whatever
     /// its ids, prefixes and attribute order were.
     std::string bytes;
+    /// How many steps of filters it takes to draw the bytes, repetitions included.
+    double filterSteps = 0;
     /// Set when the content is exactly one embedded raster image.
     std::optional<PatternImage> image;
 };

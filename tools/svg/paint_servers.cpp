@@ -19,6 +19,23 @@ const Paint* PaintServers::Find(std::string_view reference) {
     return &paint->second;
 }
 
+Paint PaintServers::Resolve(const PaintValue& value, const Style& style) {
+    PaintValue::Kind kind = value.kind;
+    if (kind == PaintValue::Kind::Reference) {
+        if (const Paint* paint = Find(value.reference)) return *paint;
+        m_reading.CountUnresolved(value.reference);
+        kind = value.fallback;
+    }
+    switch (kind) {
+        case PaintValue::Kind::Color:
+            return {.kind = Paint::Kind::Solid, .color = value.color};
+        case PaintValue::Kind::CurrentColor:
+            return {.kind = Paint::Kind::Solid, .color = style.color};
+        default:
+            return {};
+    }
+}
+
 void PaintServers::Touch(std::string_view reference) {
     host::XmlNode element = m_reading.ids.FindDefinition(reference);
     while (element && !m_reading.IsUsed(element)) {

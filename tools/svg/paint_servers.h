@@ -6,6 +6,7 @@
 #include "svg/definition.h"
 #include "svg/gradients.h"
 #include "svg/patterns.h"
+#include "svg/style.h"
 
 namespace svg {
 
@@ -17,6 +18,9 @@ public:
 
     /// The paint that "#id" leads to; null when it leads to no gradient or pattern.
     const Paint* Find(std::string_view reference);
+
+    /// What a fill or stroke of that style paints; what stands in for a reference that leads nowhere.
+    Paint Resolve(const PaintValue& value, const Style& style);
 
     /// Notes that something painted refers there, without making the paint.
     void Touch(std::string_view reference);

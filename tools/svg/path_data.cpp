@@ -5,10 +5,12 @@
 namespace svg {
 namespace {
 
-/// Follows the commands of path data with the current point and the last control point.
+/// Follows the commands of path data with the current point and the last control point. What it comes to goes
+/// to a Bounds or PathSteps.
+template <class Sink>
 class PathReader {
 public:
-    PathReader(std::string_view data, Bounds& bounds) : m_in(data), m_bounds(bounds) {}
+    PathReader(std::string_view data, Sink& sink) : m_in(data), m_sink(sink) {}
 
     bool Read() {
         m_in.SkipSpace();
@@ -27,6 +29,7 @@ private:
         const char kind = ToLower(command);
         m_relative = command == kind;
         if (kind == 'z') {
+            m_sink.Close();
             m_at = m_start;
             m_last = 'z';
             return true;
@@ -48,15 +51,15 @@ private:
             case 'm':
                 if ((read = Coordinates(to))) {
                     m_start = to;
-                    m_bounds.Add(to);
+                    m_sink.Start(to);
                 }
                 break;
             case 'l':
-                if ((read = Coordinates(to))) m_bounds.Add(to);
+                if ((read = Coordinates(to))) m_sink.Add(to);
                 break;
             case 'h':
             case 'v':
-                if ((read = OneCoordinate(kind == 'h', to))) m_bounds.Add(to);
+                if ((read = OneCoordinate(kind == 'h', to))) m_sink.Add(to);
                 break;
             case 'c':
                 if ((read = Coordinates(p1) && Coordinates(p2) && Coordinates(to))) AddCubic(p1, p2, to);
@@ -85,12 +88,12 @@ private:
     }
 
     void AddCubic(Point p1, Point p2, Point to) {
-        m_bounds.AddCubic(m_at, p1, p2, to);
+        m_sink.AddCubic(m_at, p1, p2, to);
         m_control = p2;
     }
 
     void AddQuadratic(Point p1, Point to) {
-        m_bounds.AddQuadratic(m_at, p1, to);
+        m_sink.AddQuadratic(m_at, p1, to);
         m_control = p1;
     }
 
@@ -130,16 +133,37 @@ private:
         bool large = false, sweep = false;
         const bool read = Number(radii.x) && Number(radii.y) && Number(rotation) && Flag(large) &&
                           Flag(sweep) && Coordinates(to);
-        if (read) m_bounds.AddArc(m_at, radii, rotation, large, sweep, to);
+        if (read) m_sink.AddArc(m_at, radii, rotation, large, sweep, to);
         return read;
     }
 
     Scanner m_in;
-    Bounds& m_bounds;
+    Sink& m_sink;
     Point m_at, m_start, m_control;
     char m_last = 'm';
     bool m_relative = false;
 };
+
+template <class Sink>
+bool ReadPoints(std::string_view points, Sink& sink) {
+    Scanner in(points);
+    in.SkipSpace();
+    bool first = true;
+    while (!in.AtEnd()) {
+        Point p;
+        if (!in.Number(p.x)) return false;
+        in.SkipSeparator();
+        if (!in.Number(p.y)) return false;
+        in.SkipSeparator();
+        if (first) {
+            sink.Start(p);
+        } else {
+            sink.Add(p);
+        }
+        first = false;
+    }
+    return true;
+}
 
 }  // namespace
 
@@ -147,18 +171,16 @@ bool AddPathData(std::string_view data, Bounds& bounds) {
     return PathReader(data, bounds).Read();
 }
 
+bool AddPathData(std::string_view data, PathSteps& steps) {
+    return PathReader(data, steps).Read();
+}
+
 bool AddPoints(std::string_view points, Bounds& bounds) {
-    Scanner in(points);
-    in.SkipSpace();
-    while (!in.AtEnd()) {
-        Point p;
-        if (!in.Number(p.x)) return false;
-        in.SkipSeparator();
-        if (!in.Number(p.y)) return false;
-        in.SkipSeparator();
-        bounds.Add(p);
-    }
-    return true;
+    return ReadPoints(points, bounds);
+}
+
+bool AddPoints(std::string_view points, PathSteps& steps) {
+    return ReadPoints(points, steps);
 }
 
 }  // namespace svg

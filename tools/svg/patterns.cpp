@@ -48,6 +48,10 @@ Paint PatternReader::Read(host::XmlNode element) {
         return {};
     }
     pattern.transform = ReadTransform(definition.Get(Field::PatternTransform), omissions);
+    if (!pattern.transform.HasInverse()) {
+        omissions.Count("paint transform without inverse");
+        return {};
+    }
     pattern.viewBox = ParseViewBox(definition.Get(Field::ViewBox));
     if (!pattern.viewBox && definition.Has(Field::ViewBox)) omissions.Count("invalid viewBox");
     pattern.preserveAspectRatio = Trim(definition.Get(Field::PreserveAspectRatio));
@@ -60,7 +64,9 @@ Paint PatternReader::Read(host::XmlNode element) {
 PatternReader::Content PatternReader::ReadContent(host::XmlNode owner) {
     if (const auto known = m_contents.find(owner.Identity()); known != m_contents.end()) return known->second;
     auto content = std::make_shared<PatternContent>();
-    content->bytes = ContentWriter(m_reading, owner).Write();
+    ContentWriter writer(m_reading, owner);
+    content->bytes = writer.Write();
+    content->filterSteps = writer.FilterSteps();
     content->image = ReadImage(owner);
     return m_contents.emplace(owner.Identity(), std::move(content)).first->second;
 }

@@ -16,8 +16,8 @@ public:
     PatternReader(Reading& reading, DefinitionReader& definitions)
         : m_reading(reading), m_definitions(definitions) {}
 
-    /// A pattern; none when it has no content or no size. Damaged image data and content that paints with
-    /// itself are faults.
+    /// A pattern; none when it has no content, no size or a transform without inverse. Damaged image data and
+    /// content that paints with itself are faults.
     Paint Read(host::XmlNode element);
 
 private:

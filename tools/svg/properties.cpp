@@ -29,7 +29,7 @@ constexpr Property Carried(std::string_view name, bool inherited, bool attribute
 }
 
 bool ApplyMarkers(Style& style, const Style& parent, std::string_view value, Omissions& omissions) {
-    if (!ReadText(value, ValueContext{parent, omissions}, style.markerStart)) return false;
+    if (!ReadReference(value, ValueContext{parent, omissions}, style.markerStart)) return false;
     style.markerMid = style.markerEnd = style.markerStart;
     return true;
 }
@@ -46,16 +46,17 @@ constexpr auto kProperties = std::to_array<Property>({
     Row<&Style::fillRule, ReadFillRule>("fill-rule", true),
     Row<&Style::stroke, ReadPaint>("stroke", true),
     Row<&Style::strokeOpacity, ReadOpacity>("stroke-opacity", true),
-    Row<&Style::strokeWidth, ReadLength>("stroke-width", true),
+    Row<&Style::strokeWidth, ReadStrokeWidth>("stroke-width", true),
     Row<&Style::lineCap, ReadLineCap>("stroke-linecap", true),
     Row<&Style::lineJoin, ReadLineJoin>("stroke-linejoin", true),
     Row<&Style::miterLimit, ReadMiterLimit>("stroke-miterlimit", true),
     Row<&Style::dashArray, ReadText>("stroke-dasharray", true),
     Row<&Style::dashOffset, ReadLength>("stroke-dashoffset", true),
     {"marker", true, true, ApplyMarkers, CopyMarkers},
-    Row<&Style::markerStart, ReadText>("marker-start", true),
-    Row<&Style::markerMid, ReadText>("marker-mid", true),
-    Row<&Style::markerEnd, ReadText>("marker-end", true),
+    Row<&Style::markerStart, ReadReference>("marker-start", true),
+    Row<&Style::markerMid, ReadReference>("marker-mid", true),
+    Row<&Style::markerEnd, ReadReference>("marker-end", true),
+    Row<&Style::strokeFirst, ReadPaintOrder>("paint-order", true),
     Row<&Style::color, ReadColor>("color", true),
     Row<&Style::fontSize, ReadFontSize>("font-size", true),
     Row<&Style::visible, ReadVisibility>("visibility", true),
@@ -67,6 +68,8 @@ constexpr auto kProperties = std::to_array<Property>({
     Row<&Style::mask, ReadText>("mask", false),
     Row<&Style::filter, ReadText>("filter", false),
     Row<&Style::blendMode, ReadText>("mix-blend-mode", false),
+    Row<&Style::nonScalingStroke, ReadVectorEffect>("vector-effect", false),
+    Row<&Style::overflowVisible, ReadOverflow>("overflow", false),
     Carried("font", true, false),
     Carried("font-family", true),
     Carried("font-style", true),
@@ -96,7 +99,6 @@ constexpr auto kProperties = std::to_array<Property>({
     Carried("glyph-orientation-vertical", true),
     Carried("clip", false),
     Carried("clip-rule", true),
-    Carried("overflow", false),
     Carried("enable-background", false),
     Carried("flood-color", false),
     Carried("flood-opacity", false),
@@ -107,8 +109,6 @@ constexpr auto kProperties = std::to_array<Property>({
     Carried("color-rendering", true),
     Carried("image-rendering", true),
     Carried("shape-rendering", true),
-    Carried("paint-order", true),
-    Carried("vector-effect", false),
     Carried("pointer-events", true),
     Carried("cursor", true),
 });

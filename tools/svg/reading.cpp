@@ -31,6 +31,10 @@ void Reading::Fail(host::XmlNode element, std::string reason) {
     if (!m_fault) m_fault = Fault{element, std::move(reason)};
 }
 
+void Reading::CountUnresolved(std::string_view reference) {
+    omissions.Count(reference.starts_with('#') ? "unresolved reference" : "external reference");
+}
+
 void Reading::SpendContent(host::XmlNode element, std::size_t bytes) {
     if (bytes > m_contentLeft || budget.IsExhausted())
         return Fail(element, "pattern content repeats too much art");

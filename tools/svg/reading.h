@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -45,6 +46,9 @@ public:
     /// Charges bytes of pattern content, which one document may multiply by naming the same art in many
     /// patterns.
     void SpendContent(host::XmlNode element, std::size_t bytes);
+
+    /// Counts a reference that leads nowhere, or out of the document.
+    void CountUnresolved(std::string_view reference);
 
     /// Notes that a definition is reached from something painted.
     void MarkUsed(host::XmlNode definition) { m_used.insert(definition.Identity()); }

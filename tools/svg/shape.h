@@ -9,7 +9,9 @@
 
 #include "svg/bounds.h"
 #include "svg/matrix.h"
+#include "svg/omissions.h"
 #include "svg/paint.h"
+#include "svg/stroke.h"
 #include "svg/style.h"
 #include "svg/tags.h"
 #include "svg/viewport.h"
@@ -31,6 +33,7 @@ struct Shape {
     FillRule fillRule = FillRule::NonZero;
     /// Opacity of the fill, from 0 to 1; colours have an alpha of their own beside it.
     double fillOpacity = 1;
+    Stroke stroke;
     /// Product of the "opacity" of the shape and of everything it stands in.
     double layerOpacity = 1;
 
@@ -42,8 +45,10 @@ struct Shape {
     Viewport viewport;
 
     /// The box of the geometry in the shape's own coordinates, stroke not included. Read from the geometry
-    /// when asked for. Nothing for text and for geometry that is not finite.
-    std::optional<Rect> Bounds() const;
+    /// when asked for; where path data or points are malformed, what stands before the mistake counts, as it
+    /// is what is drawn, and the shape is counted in `omissions`. Nothing for text and for geometry that is
+    /// not finite.
+    std::optional<Rect> Bounds(Omissions& omissions) const;
 
     /// Where the element starts in the text of the document: its byte and its line, counted from 1.
     std::size_t Offset() const { return node.Offset(); }
@@ -53,8 +58,9 @@ struct Shape {
     host::XmlNode node;
 };
 
-/// Whether a shape of that kind has geometry to draw; `data` is the "d" or "points" attribute.
+/// Whether a shape of that kind has geometry to draw; `data` is the "d" or "points" attribute. Counted is a
+/// shape with an invalid length, under another name when it has no size for that.
 bool HasGeometry(Tag tag, host::XmlNode node, host::XmlAttribute data, const Style& style,
-                 const Viewport& viewport);
+                 const Viewport& viewport, Omissions& omissions);
 
 }  // namespace svg

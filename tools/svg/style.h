@@ -9,7 +9,8 @@ namespace svg {
 
 /// A fill or stroke as computed, before its reference is looked up.
 struct PaintValue {
-    enum class Kind : unsigned char { None, Color, CurrentColor, Reference };
+    /// ContextStroke is what strokes the line that a marker stands on, and nothing elsewhere.
+    enum class Kind : unsigned char { None, Color, CurrentColor, Reference, ContextStroke };
 
     Kind kind = Kind::None;
     /// What stands in for a reference that leads nowhere; never Reference.
@@ -43,11 +44,13 @@ struct InheritedStyle {
     Length dashOffset;
     /// As written; empty for "none".
     std::string_view dashArray;
-    /// As written in url(); empty for "none".
+    /// What stands in url(); empty for "none".
     std::string_view markerStart, markerMid, markerEnd;
     FillRule fillRule = FillRule::NonZero;
     LineCap lineCap = LineCap::Butt;
     LineJoin lineJoin = LineJoin::Miter;
+    /// The stroke lies below the fill ("paint-order").
+    bool strokeFirst = false;
     bool visible = true;
 };
 
@@ -59,6 +62,9 @@ struct OwnStyle {
     /// As written; empty for "none".
     std::string_view clipPath, mask, filter, blendMode;
     bool displayed = true;
+    /// The width of strokes is that of the screen ("vector-effect").
+    bool nonScalingStroke = false;
+    bool overflowVisible = false;
 };
 
 /// The computed style of one element. Views point into the document.

@@ -1,6 +1,7 @@
 #include "svg/values.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "svg/scanner.h"
@@ -25,9 +26,12 @@ bool ScanColorWithProfile(Scanner& in, const ValueContext& context, Color& out) 
 
 bool ScanSimplePaint(Scanner& in, const ValueContext& context, PaintValue::Kind& kind, Color& color) {
     const std::string_view word = in.Rest();
-    if (EqualsNoCase(word, "none") || EqualsNoCase(word, "context-fill") ||
-        EqualsNoCase(word, "context-stroke")) {
+    if (EqualsNoCase(word, "none") || EqualsNoCase(word, "context-fill")) {
         kind = PaintValue::Kind::None;
+        return true;
+    }
+    if (EqualsNoCase(word, "context-stroke")) {
+        kind = PaintValue::Kind::ContextStroke;
         return true;
     }
     if (EqualsNoCase(word, "currentcolor")) {
@@ -130,8 +134,16 @@ bool ReadFontSize(std::string_view value, const ValueContext& context, double& o
 
 bool ReadLength(std::string_view value, const ValueContext&, Length& out) {
     const std::optional<Length> length = ParseLength(value);
-    if (length) out = *length;
-    return length.has_value();
+    if (!length || !std::isfinite(length->value)) return false;
+    out = *length;
+    return true;
+}
+
+bool ReadStrokeWidth(std::string_view value, const ValueContext& context, Length& out) {
+    Length width;
+    if (!ReadLength(value, context, width) || width.value < 0) return false;
+    out = width;
+    return true;
 }
 
 bool ReadFillRule(std::string_view value, const ValueContext&, FillRule& out) {
@@ -164,6 +176,61 @@ bool ReadVisibility(std::string_view value, const ValueContext&, bool& out) {
     static constexpr std::pair<std::string_view, bool> kWords[] = {
         {"visible", true}, {"hidden", false}, {"collapse", false}};
     return ReadKeyword(value, kWords, out);
+}
+
+bool ReadPaintOrder(std::string_view value, const ValueContext&, bool& out) {
+    if (EqualsNoCase(value, "normal")) {
+        out = false;
+        return true;
+    }
+    // What is not named follows in the usual order.
+    std::optional<bool> strokeFirst;
+    Scanner in(value);
+    for (in.SkipSpace(); !in.AtEnd(); in.SkipSpace()) {
+        const std::string_view word = in.Identifier();
+        const bool stroke = EqualsNoCase(word, "stroke");
+        if (!stroke && !EqualsNoCase(word, "fill") && !EqualsNoCase(word, "markers")) return false;
+        if (!strokeFirst && !EqualsNoCase(word, "markers")) strokeFirst = stroke;
+    }
+    out = strokeFirst.value_or(false);
+    return true;
+}
+
+bool ReadVectorEffect(std::string_view value, const ValueContext&, bool& out) {
+    static constexpr std::string_view kOthers[] = {"none",           "non-scaling-size", "non-rotation",
+                                                   "fixed-position", "viewport",         "screen"};
+    bool found = false;
+    Scanner in(value);
+    for (in.SkipSpace(); !in.AtEnd(); in.SkipSpace()) {
+        const std::string_view word = in.Identifier();
+        const auto means = [word](std::string_view other) { return EqualsNoCase(word, other); };
+        if (means("non-scaling-stroke")) {
+            found = true;
+        } else if (std::none_of(std::begin(kOthers), std::end(kOthers), means)) {
+            return false;
+        }
+    }
+    out = found;
+    return true;
+}
+
+bool ReadOverflow(std::string_view value, const ValueContext&, bool& out) {
+    static constexpr std::pair<std::string_view, bool> kWords[] = {
+        {"visible", true}, {"auto", true}, {"hidden", false}, {"scroll", false}};
+    return ReadKeyword(value, kWords, out);
+}
+
+bool ReadReference(std::string_view value, const ValueContext&, std::string_view& out) {
+    if (EqualsNoCase(value, "none")) {
+        out = {};
+        return true;
+    }
+    Scanner in(value);
+    std::string_view url;
+    if (!ScanUrl(in, url)) return false;
+    in.SkipSpace();
+    if (in.AtEnd()) out = url;
+    return in.AtEnd();
 }
 
 bool ReadText(std::string_view value, const ValueContext&, std::string_view& out) {

@@ -22,11 +22,21 @@ bool ReadOpacity(std::string_view value, const ValueContext& context, double& ou
 bool ReadMiterLimit(std::string_view value, const ValueContext& context, double& out);
 bool ReadFontSize(std::string_view value, const ValueContext& context, double& out);
 bool ReadLength(std::string_view value, const ValueContext& context, Length& out);
+/// A length that is not negative.
+bool ReadStrokeWidth(std::string_view value, const ValueContext& context, Length& out);
 bool ReadFillRule(std::string_view value, const ValueContext& context, FillRule& out);
 bool ReadLineCap(std::string_view value, const ValueContext& context, LineCap& out);
 bool ReadLineJoin(std::string_view value, const ValueContext& context, LineJoin& out);
 bool ReadDisplay(std::string_view value, const ValueContext& context, bool& out);
 bool ReadVisibility(std::string_view value, const ValueContext& context, bool& out);
+/// Whether the stroke comes before the fill.
+bool ReadPaintOrder(std::string_view value, const ValueContext& context, bool& out);
+/// Whether it names the stroke that does not scale.
+bool ReadVectorEffect(std::string_view value, const ValueContext& context, bool& out);
+/// Whether it is visible.
+bool ReadOverflow(std::string_view value, const ValueContext& context, bool& out);
+/// Keeps what stands in "url()"; "none" becomes empty.
+bool ReadReference(std::string_view value, const ValueContext& context, std::string_view& out);
 /// Keeps the text; "none" and "normal" become empty.
 bool ReadText(std::string_view value, const ValueContext& context, std::string_view& out);
 

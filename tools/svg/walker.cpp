@@ -3,7 +3,7 @@
 #include <string>
 
 #include "svg/coordinate.h"
-#include "svg/length.h"
+#include "svg/measures.h"
 #include "svg/scanner.h"
 
 namespace svg {
@@ -27,11 +27,6 @@ bool HoldsText(host::XmlNode element) {
         if (node.GetKind() == host::XmlNode::Kind::Text && !Trim(node.Value()).empty()) return true;
     }
     return false;
-}
-
-double SideOr(host::XmlNode element, std::string_view name, double whole, double fontSize, double otherwise) {
-    const std::optional<Length> length = ParseLength(element.Attribute(name).Value());
-    return length ? length->Resolve(fontSize, whole) : otherwise;
 }
 
 }  // namespace
@@ -157,9 +152,9 @@ void Walker::EnterUse(host::XmlNode element, const ElementFacts& facts, Frame& i
     }
     m_reading.budget.Spend(m_depth / 8);
     if (target == element || IsOnPath(target)) return m_reading.Fail(element, "reference circle of \"use\"");
-    const double x = SideOr(element, "x", inner.viewport.width, inner.style.fontSize, 0);
-    const double y = SideOr(element, "y", inner.viewport.height, inner.style.fontSize, 0);
-    inner.transform = inner.transform * Matrix::Translation(x, y);
+    Measures in(element, inner.style.fontSize, inner.viewport);
+    inner.transform = inner.transform * Matrix::Translation(in.X("x").value_or(0), in.Y("y").value_or(0));
+    if (in.AnyInvalid()) m_reading.omissions.Count("invalid length");
     inner.single = true;
     inner.instance = true;
     inner.muted = inner.muted || !m_instantiated.insert(target.Identity()).second;
@@ -167,21 +162,19 @@ void Walker::EnterUse(host::XmlNode element, const ElementFacts& facts, Frame& i
 }
 
 void Walker::EnterViewport(host::XmlNode element, Frame& inner, host::XmlNode sizes) {
-    const Viewport whole = inner.viewport;
-    const double font = inner.style.fontSize;
+    Measures own(element, inner.style.fontSize, inner.viewport);
+    double width = own.Width("width").value_or(inner.viewport.width);
+    double height = own.Height("height").value_or(inner.viewport.height);
     // A "use" may give its target another size.
-    const bool used = m_reading.namespaces.TagOf(sizes) == Tag::Use;
-    double width = SideOr(element, "width", whole.width, font, whole.width);
-    double height = SideOr(element, "height", whole.height, font, whole.height);
-    if (used) {
-        width = SideOr(sizes, "width", whole.width, font, width);
-        height = SideOr(sizes, "height", whole.height, font, height);
+    Measures given(sizes, inner.style.fontSize, inner.viewport);
+    if (m_reading.namespaces.TagOf(sizes) == Tag::Use) {
+        width = given.Width("width").value_or(width);
+        height = given.Height("height").value_or(height);
     }
-    if (m_reading.namespaces.TagOf(element) == Tag::Svg) {
-        const double x = SideOr(element, "x", whole.width, font, 0);
-        const double y = SideOr(element, "y", whole.height, font, 0);
-        inner.transform = inner.transform * Matrix::Translation(x, y);
-    }
+    if (m_reading.namespaces.TagOf(element) == Tag::Svg)
+        inner.transform =
+            inner.transform * Matrix::Translation(own.X("x").value_or(0), own.Y("y").value_or(0));
+    if (own.AnyInvalid() || given.AnyInvalid()) m_reading.omissions.Count("invalid length");
     inner.viewport = {width, height};
     const std::string_view text = element.Attribute("viewBox").Value();
     const std::optional<ViewBox> box = ParseViewBox(text);
@@ -242,14 +235,15 @@ void Walker::NoteAnimations(host::XmlNode shape) {
 void Walker::Show(host::XmlNode element, Tag tag, const ElementFacts& facts, const Frame& inner) {
     const Style& style = inner.style;
     if (!style.visible) return;
-    if (inner.text ? !HoldsText(element) : !HasGeometry(tag, element, facts.data, style, inner.viewport))
+    if (inner.text ? !HoldsText(element)
+                   : !HasGeometry(tag, element, facts.data, style, inner.viewport, m_reading.omissions))
         return;
     Shape shape;
     shape.tag = tag;
     shape.element = m_reading.namespaces.LocalName(element.Name());
     shape.id = facts.id;
     shape.transform = inner.transform;
-    if (tag != Tag::Line) shape.fill = ResolveFill(style);
+    if (tag != Tag::Line) shape.fill = m_servers.Resolve(style.fill, style);
     shape.fillRule = style.fillRule;
     shape.fillOpacity = style.fillOpacity;
     shape.layerOpacity = inner.opacity;
@@ -258,27 +252,11 @@ void Walker::Show(host::XmlNode element, Tag tag, const ElementFacts& facts, con
     shape.viewport = inner.viewport;
     shape.xml = &m_reading.xml;
     shape.node = element;
-    if (style.stroke.kind == PaintValue::Kind::Reference) m_servers.Touch(style.stroke.reference);
+    m_strokes.Read(tag, style, inner.viewport, shape.stroke);
+    const bool both = shape.fill.kind != Paint::Kind::None && shape.stroke.paint.kind != Paint::Kind::None;
+    if (style.strokeFirst && both) m_reading.omissions.Count("paint-order");
     if (!inner.text) NoteAnimations(element);
     if (!m_reading.HasFailed()) m_visit(shape);
-}
-
-Paint Walker::ResolveFill(const Style& style) {
-    PaintValue::Kind kind = style.fill.kind;
-    if (kind == PaintValue::Kind::Reference) {
-        if (const Paint* paint = m_servers.Find(style.fill.reference)) return *paint;
-        const bool inside = style.fill.reference.starts_with('#');
-        m_reading.omissions.Count(inside ? "unresolved reference" : "external reference");
-        kind = style.fill.fallback;
-    }
-    switch (kind) {
-        case PaintValue::Kind::Color:
-            return {.kind = Paint::Kind::Solid, .color = style.fill.color};
-        case PaintValue::Kind::CurrentColor:
-            return {.kind = Paint::Kind::Solid, .color = style.color};
-        default:
-            return {};
-    }
 }
 
 }  // namespace svg

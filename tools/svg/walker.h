@@ -8,6 +8,7 @@
 #include "svg/paint_servers.h"
 #include "svg/reading.h"
 #include "svg/shape.h"
+#include "svg/stroke_reader.h"
 
 namespace svg {
 
@@ -20,8 +21,8 @@ public:
     /// Most elements that are drawn through "use", all repetitions counted.
     static constexpr std::size_t kMaxInstances = 1'000'000;
 
-    Walker(Reading& reading, PaintServers& servers, const ShapeVisitor& visit)
-        : m_reading(reading), m_servers(servers), m_visit(visit) {}
+    Walker(Reading& reading, PaintServers& servers, StrokeReader& strokes, const ShapeVisitor& visit)
+        : m_reading(reading), m_servers(servers), m_strokes(strokes), m_visit(visit) {}
 
     /// Stops at the first fault.
     void Run();
@@ -56,10 +57,10 @@ private:
     void NoteAnimations(host::XmlNode shape);
     void NoteUndrawn(host::XmlNode element, Tag tag);
     void Show(host::XmlNode element, Tag tag, const ElementFacts& facts, const Frame& inner);
-    Paint ResolveFill(const Style& style);
 
     Reading& m_reading;
     PaintServers& m_servers;
+    StrokeReader& m_strokes;
     const ShapeVisitor& m_visit;
     // Frames beyond m_depth are kept for their memory.
     std::vector<Frame> m_frames;

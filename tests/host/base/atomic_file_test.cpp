@@ -1,5 +1,6 @@
 #include "host/base/atomic_file.h"
 
+#include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
@@ -67,8 +68,33 @@ TEST(AtomicFile, KeepsPermissionsAndFollowsLinks) {
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
     EXPECT_EQ(Content(folder / "real"), "new");
     EXPECT_EQ(fs::status(folder / "real").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_directory(folder / "sub");
+    fs::create_symlink("../later", folder / "sub" / "dangling");
+    fs::create_symlink("sub/dangling", folder / "chain");
+    ASSERT_TRUE(host::SaveAtomically(folder / "chain", AsBytes("made"), error)) << error.reason;
+    EXPECT_TRUE(fs::is_symlink(folder / "chain") && fs::is_symlink(folder / "sub" / "dangling"));
+    EXPECT_EQ(Content(folder / "later"), "made");
+    fs::create_symlink("self", folder / "self");
+    EXPECT_FALSE(host::SaveAtomically(folder / "self", AsBytes("x"), error));
+    EXPECT_TRUE(fs::is_symlink(folder / "self"));
     EXPECT_FALSE(host::ReadWholeFile("/dev/zero", error));
     EXPECT_FALSE(host::SaveAtomically("/dev/null", AsBytes("x"), error));
+}
+
+TEST(AtomicFile, LeavesOpenFilesUnderTheirDescriptors) {
+    testing_support::TempFolder folder;
+    host::Error error;
+    std::FILE* const file = std::fopen((folder / "open").c_str(), "w");
+    const std::string name = std::to_string(fileno(file));
+    fs::create_symlink("/dev/fd/" + name, folder / "link");
+    for (const fs::path& path :
+         {fs::path("/dev/fd/" + name), fs::path("/proc/thread-self/fd/" + name), folder / "link"}) {
+        EXPECT_FALSE(host::SaveAtomically(path, AsBytes("x"), error)) << path;
+        EXPECT_EQ(error.reason, "not a regular file");
+    }
+    std::fputs("still the same file", file);
+    std::fclose(file);
+    EXPECT_EQ(Content(folder / "open"), "still the same file");
 }
 #endif
 

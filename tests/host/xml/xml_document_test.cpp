@@ -66,6 +66,19 @@ TEST(XmlDocument, SaysWhatIsWrongAndWhere) {
     EXPECT_TRUE(Mentions(Reason("<?xml version='1.0' encoding='koi8-r'?><a>\xC3</a>"), "koi8-r"));
 }
 
+TEST(XmlDocument, RefusesAttributesThatStandTwice) {
+    XmlDocument xml;
+    EXPECT_FALSE(
+        xml.LoadText("<a x='1' y=''><b x='1' p:x='2' X='3'/>\n<c d='&#10;'\n z='1' zz='' z='2'/></a>"));
+    EXPECT_EQ(xml.GetError().line, 3U);
+    EXPECT_EQ(xml.GetError().reason, "attribute 'z' stands twice in an element");
+    std::string many = "<a ";
+    for (int i = 0; i < 100000; ++i)
+        many += "attribute" + std::to_string(i) + "=''\n";
+    EXPECT_TRUE(xml.LoadText(many + "/>"));
+    EXPECT_TRUE(Mentions(Reason(many + "attribute7='' attribute7=''/>"), "'attribute7' stands twice"));
+}
+
 TEST(XmlDocument, ReadsOtherEncodings) {
     XmlDocument xml;
     ASSERT_TRUE(xml.LoadText("<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE9</a>"));

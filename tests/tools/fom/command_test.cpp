@@ -80,19 +80,56 @@ TEST(Command, KeepsFilesUnlessForced) {
     EXPECT_EQ(folder.Count(), 3u) << "nothing but the drawing and two results";
 }
 
+/// Runs the program through the shell; both its streams in one text, unless the arguments lead them
+/// elsewhere.
+CommandResult RunProgram(const std::string& arguments) {
+    CommandResult result;
+    std::FILE* pipe = popen((std::string("exec 2>&1; '") + FOM_PROGRAM + "' " + arguments).c_str(), "r");
+    std::array<char, 4096> piece;
+    while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), pipe))
+        result.out.append(piece.data(), size);
+    result.exitCode = pclose(pipe) / 256;
+    return result;
+}
+
+TEST(Command, WritesToWhatIsNoFile) {
+    const TempFolder folder;
+    const std::string drawing = "'" + (folder / "a.svg").string() + "' ";
+    WriteText(folder / "a.svg", Square("#00f"));
+    const std::string lost = "fom: standard output: cannot be written\n";
+    for (const std::string& words :
+         {std::string("--help"), std::string("--version"), std::string("help import"), "import " + drawing,
+          "import --json " + drawing}) {
+        const CommandResult full = RunProgram(words + " > /dev/full");
+        EXPECT_EQ(full.exitCode, 1) << words;
+        EXPECT_EQ(full.out, lost) << words;
+    }
+    EXPECT_EQ(RunProgram("import " + drawing + "-o /dev/full").out, "fom: /dev/full: cannot be written\n");
+    EXPECT_EQ(RunProgram("import " + drawing + "-o /dev/null").exitCode, 0);
+    EXPECT_TRUE(RunProgram("swatches " + drawing + "-o /dev/stdout | cat").out.starts_with("\x89PNG"));
+
+    // A file that is open goes on to be the same file, and keeps what it has.
+    const std::string kept = "'" + (folder / "kept").string() + "'";
+    std::filesystem::create_symlink("/dev/stdout", folder / "link");
+    for (const std::string& output :
+         {std::string("/dev/stdout"), std::string("/dev/fd/3"), (folder / "link").string()}) {
+        WriteText(folder / "kept", "before\n");
+        std::filesystem::create_hard_link(folder / "kept", folder / "same");
+        const CommandResult result =
+            RunProgram("import " + drawing + "--force -o " + output + " 3>>" + kept + " >>" + kept);
+        EXPECT_EQ(result.exitCode, 0) << result.out;
+        const std::string text = ReadText(folder / "same");
+        EXPECT_TRUE(text.starts_with("before\nfiles ")) << text;
+        EXPECT_EQ(text, ReadText(folder / "kept"));
+        std::filesystem::remove(folder / "same");
+    }
+}
+
 TEST(Command, RunsAsProgram) {
     const TempFolder folder;
     WriteText(folder / "a.svg", Square("#00f"));
     WriteText(folder / "b.svg", "<svg>");
-    const auto run = [](const std::string& arguments) {
-        CommandResult result;
-        std::FILE* pipe = popen((std::string(FOM_PROGRAM) + " " + arguments + " 2>&1").c_str(), "r");
-        std::array<char, 4096> piece;
-        while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), pipe))
-            result.out.append(piece.data(), size);
-        result.exitCode = pclose(pipe) / 256;
-        return result;
-    };
+    const auto& run = RunProgram;
     const CommandResult good = run("import '" + (folder / "a.svg").string() + "'");
     EXPECT_EQ(good.exitCode, 0);
     EXPECT_NE(good.out.find("heap bytes per fill"), std::string::npos) << good.out;

@@ -2,6 +2,8 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/base/temp_data.h"
@@ -11,6 +13,7 @@
 #include "fom/fill_painter.h"
 #include "fom/fountain_ramp.h"
 #include "fom/swatch_fit.h"
+#include "fom/tame.h"
 
 namespace {
 
@@ -23,7 +26,7 @@ public:
     explicit Painted(const CGE_FILL& fill) : m_surface(command::MakeImageSurface(kEdge, kEdge)) {
         const command::ContextPointer context = command::MakeContext(*m_surface);
         cairo_scale(context.get(), 1 / kUnit, 1 / kUnit);
-        command::PaintFill(*context, fill, {0, 0, kEdge * kUnit, kEdge * kUnit});
+        m_missing = command::PaintFill(*context, fill, {0, 0, kEdge * kUnit, kEdge * kUnit});
         cairo_surface_flush(m_surface.get());
     }
     std::uint32_t At(int x, int y) const {
@@ -33,9 +36,11 @@ public:
     }
     int Red(int x, int y) const { return static_cast<int>(At(x, y) >> 16 & 255); }
     int Alpha(int x, int y) const { return static_cast<int>(At(x, y) >> 24); }
+    std::string_view Missing() const { return m_missing; }
 
 private:
     command::SurfacePointer m_surface;
+    std::string_view m_missing;
 };
 
 CLR_COLORSPEC Rgb(int r, int g, int b) {
@@ -80,6 +85,14 @@ TEST(FillPainter, PaintsFountains) {
     EXPECT_NEAR(radial.Red(20, 20), 9, 5);
     EXPECT_NEAR(radial.Red(0, 20), 249, 4);
     EXPECT_EQ(radial.Red(0, 0), 255);
+    // From outside the circle: a cone that touches it.
+    CGE_FILL cone = Fountain(FountainRadial, {0.2, 0, 0, 0.2, 0.5, 0.5});
+    cone.EditFountain().SetOrigin({2, 0});
+    const Painted outside(cone);
+    EXPECT_NEAR(outside.Red(32, 20), 111, 4);
+    EXPECT_EQ(outside.Red(20, 20), 255) << "the run ends at the near side of the circle";
+    EXPECT_EQ(outside.Alpha(32, 30), 0);
+    EXPECT_EQ(outside.Alpha(39, 20), 0) << "nothing is painted behind the tip";
     const Painted square(Fountain(FountainSquare, kFilling));
     EXPECT_NEAR(square.Red(0, 0), 249, 4);
     EXPECT_NEAR(square.Red(10, 20), square.Red(20, 10), 1);
@@ -156,14 +169,19 @@ TEST(FillPainter, LaysTiles) {
     EXPECT_EQ(row(3), (Row{false, true, false, true})) << "the first tile starts half a tile to the right";
 }
 
-TEST(FillPainter, DrawsVectorAndTwoColourTiles) {
+/// A tile of 20 by 20 pixels that shows 8 by 8 pixels of the content.
+CGE_FILL Vector(std::string_view content) {
     CGE_FILL fill(FillVector);
-    const std::string_view content = "<rect width=\"4\" height=\"8\" fill=\"#f00\"></rect>";
     CGE_VECTORFILL& vector = fill.EditVector();
     vector.AdoptTmpFile(TMPCreateTmpFile(std::as_bytes(std::span(content))));
     vector.tiling.width = vector.tiling.height = 20'000;
     vector.boundingBox = {0, 0, 20'000, 20'000};
-    vector.originalBoundingBox = {0, 0, 21167, 21167};  // 8 by 8 pixels of the content
+    vector.originalBoundingBox = {0, 0, 21167, 21167};
+    return fill;
+}
+
+TEST(FillPainter, DrawsVectorAndTwoColourTiles) {
+    const CGE_FILL fill = Vector("<rect width=\"4\" height=\"8\" fill=\"#f00\"></rect>");
     EXPECT_EQ(Painted(fill).At(4, 4), kRed);
     EXPECT_EQ(Painted(fill).At(16, 4), 0u);
     EXPECT_EQ(Painted(fill).At(24, 24), kRed);
@@ -176,6 +194,59 @@ TEST(FillPainter, DrawsVectorAndTwoColourTiles) {
     mono.EditMonoBitmap().background = Rgb(255, 255, 255);
     EXPECT_EQ(Painted(mono).At(1, 30), kRed);
     EXPECT_EQ(Painted(mono).At(6, 30), kWhite);
+}
+
+std::string Repeat(int times, std::string_view text) {
+    std::string result;
+    for (int i = 0; i < times; ++i)
+        result += text;
+    return result;
+}
+
+/// A green square, through a filter of these steps.
+std::string Filtered(const std::string& steps) {
+    return R"x(<rect fill="#0f0" filter="url(#r1)" height="8" width="8"></rect><defs><filter id="r1">)x" +
+           steps + "</filter></defs>";
+}
+
+TEST(FillPainter, SurvivesFilters) {
+    const std::string flood = R"x(<feFlood flood-color="#f00"></feFlood>)x";
+    const Painted plain(Vector(Filtered(Repeat(100, flood))));
+    EXPECT_EQ(plain.At(10, 10), kRed);
+    EXPECT_EQ(plain.Missing(), "");
+    const std::string matrix = Repeat(3600, "1 ");
+    const Painted convolved(Vector(Filtered("<feConvolveMatrix kernelMatrix=\"" + matrix +
+                                            "\" order=\"60\"></feConvolveMatrix>" + flood)));
+    EXPECT_EQ(convolved.At(10, 10), kRed) << "the other steps remain";
+    EXPECT_EQ(convolved.Missing(), "convolution left out");
+    const Painted noisy(
+        Vector(Filtered(R"x(<feTurbulence baseFrequency="1" numOctaves="2147483647"></feTurbulence>)x")));
+    EXPECT_NE(noisy.At(10, 10), 0xFF00FF00u);
+    EXPECT_EQ(noisy.Missing(), "noise of one octave");
+    const Painted many(Vector(Filtered(Repeat(6000, flood))));
+    EXPECT_EQ(many.At(10, 10), 0xFF00FF00u);
+    EXPECT_EQ(many.Missing(), "filters left out");
+    EXPECT_EQ(Painted(Vector("<rect></g>")).Missing(), "cannot be drawn");
+}
+
+TEST(FillPainter, CountsFilterStepsAsOftenAsTheyAreTaken) {
+    const auto missing = [](std::string content) { return command::Tame(content, 100); };
+    const std::string steps = R"x(<filter id="r1">)x" + Repeat(9, "<feOffset></feOffset>") + "</filter>";
+    const std::string one = R"x(<rect filter="url(#r1)"></rect>)x";
+    EXPECT_EQ(missing(Repeat(10, one) + "<defs>" + steps + "</defs>"), "");
+    EXPECT_EQ(missing(Repeat(11, one) + "<defs>" + steps + "</defs>"), "filters left out");
+    EXPECT_EQ(missing("<rect filter=\"" + Repeat(101, "blur(1px) ") + "\"></rect>"), "filters left out");
+    const std::string used = "<defs><g id=\"r2\">" + one + "</g>" + steps + "</defs>";
+    EXPECT_EQ(missing(Repeat(11, R"x(<use href="#r2"></use>)x") + used), "filters left out");
+    const std::string pattern =
+        R"x(<defs><pattern height="1" id="r2" width="1">)x" + one + "</pattern>" + steps + "</defs>";
+    const std::string painted = Repeat(9, "<path d=\"M0 0\"></path>");
+    EXPECT_EQ(missing(R"x(<g fill="url(#r2)">)x" + painted + "</g>" + pattern), "");
+    EXPECT_EQ(missing(R"x(<g fill="url(#r2)">)x" + painted + painted + "</g>" + pattern), "filters left out");
+    std::string text = R"x(<text filter="url(#r1)">numOctaves=&quot;9&quot; &lt;feConvolveMatrix</text>)x";
+    const std::string before = text;
+    EXPECT_EQ(command::Tame(text, 100), "");
+    EXPECT_EQ(text, before);
 }
 
 TEST(FillPainter, DrawsHatchLines) {

@@ -79,6 +79,29 @@ TEST(Import, DrawingsWithErrorsContributeNothing) {
     EXPECT_EQ(uses, static_cast<long>(importer.Document().ShapeCount()));
 }
 
+TEST(Import, LetsGoOfOutlinesOfDrawingsWithErrors) {
+    const TempFolder folder;
+    const std::string good = R"(<svg xmlns="http://www.w3.org/2000/svg"><path d="M0 0h5" stroke="red"/>)";
+    WriteText(folder / "a.svg", good + R"(<path d="M0 0h5"/></svg>)");
+    WriteText(folder / "b.svg", good + R"(<path d="M0 0h5" stroke="blue"/><use id="u" href="#u"/></svg>)");
+    command::Importer importer;
+    host::Error error;
+    const auto outlines = [&importer] {
+        std::pair<std::size_t, long> result;
+        importer.Document().OutlinePool().Enumerate([&result](const WRefCountOutline* outline) {
+            ++result.first;
+            result.second += outline->GetReference();
+            return true;
+        });
+        return result;
+    };
+    EXPECT_FALSE(importer.ImportFile(folder / "b.svg", error));
+    EXPECT_EQ(importer.Document().OutlinePool().GetCount(), 0u);
+    EXPECT_TRUE(importer.ImportFile(folder / "a.svg", error));
+    EXPECT_FALSE(importer.ImportFile(folder / "b.svg", error));
+    EXPECT_EQ(outlines(), std::pair(std::size_t{1}, 1L)) << "the empty handle has no part in the pool";
+}
+
 TEST(Import, RefusesHostileDrawings) {
     const TempFolder folder;
     std::string nested = "<svg xmlns=\"http://www.w3.org/2000/svg\">";

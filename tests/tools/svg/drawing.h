@@ -25,7 +25,7 @@ struct Drawing {
             std::string(content) + "</svg>";
         good =
             document.LoadText(text, "drawing.svg") && document.ForEachShape([this](const svg::Shape& shape) {
-                items.push_back({shape, shape.Bounds(), shape.style->strokeWidth.value});
+                items.push_back({shape, shape.Bounds(unbounded), shape.style->strokeWidth.value});
             });
     }
 
@@ -34,16 +34,18 @@ struct Drawing {
     const std::string& Reason() const { return document.GetError().reason; }
 
     /// "none", "#rrggbb", "gradient" or "pattern".
-    std::string Fill(std::size_t i) const {
-        const svg::Paint& fill = items.at(i).shape.fill;
-        if (fill.kind == svg::Paint::Kind::None) return "none";
-        if (fill.kind != svg::Paint::Kind::Solid) return fill.gradient != nullptr ? "gradient" : "pattern";
+    static std::string Name(const svg::Paint& paint) {
+        if (paint.kind == svg::Paint::Kind::None) return "none";
+        if (paint.kind != svg::Paint::Kind::Solid) return paint.gradient != nullptr ? "gradient" : "pattern";
         char text[8];
-        std::snprintf(text, sizeof text, "#%02x%02x%02x", fill.color.r, fill.color.g, fill.color.b);
+        std::snprintf(text, sizeof text, "#%02x%02x%02x", paint.color.r, paint.color.g, paint.color.b);
         return text;
     }
+    std::string Fill(std::size_t i) const { return Name(items.at(i).shape.fill); }
+    std::string StrokePaint(std::size_t i) const { return Name(items.at(i).shape.stroke.paint); }
 
     svg::Document document;
     std::vector<Item> items;
+    svg::Omissions unbounded;
     bool good = false;
 };

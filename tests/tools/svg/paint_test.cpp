@@ -51,6 +51,16 @@ TEST(Gradients, DegenerateOnesAreColorsOrNothing) {
               "#ff0000");
     EXPECT_EQ(fill("<linearGradient id='a' x2='bad'><stop/><stop/></linearGradient>"), "gradient");
     EXPECT_EQ(fill("<clipPath id='a'/>"), "none");
+    for (const char* start :
+         {"<linearGradient id='a' gradientTransform='scale(0,1)'><stop/>",
+          "<radialGradient id='a' gradientTransform='matrix(1 2 2 4 0 0)'><stop/><stop/>",
+          "<pattern id='a' width='1' height='1' patternTransform='scale(1e-200)'><path/>"}) {
+        const std::string name(start + 1, std::string_view(start).find(' ') - 1);
+        const Drawing d(start + ("</" + name + ">") + std::string(kShape));
+        ASSERT_EQ(d.items.size(), 1U) << d.Reason();
+        EXPECT_EQ(d.Fill(0), "none") << start;
+        EXPECT_EQ(d.Omitted("paint transform without inverse"), 1U);
+    }
 }
 
 TEST(Gradients, CirclesAreErrorsEvenWhenUnused) {

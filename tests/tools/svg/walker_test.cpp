@@ -21,6 +21,27 @@ TEST(Walker, ShowsWhatIsPaintedAndNothingElse) {
         EXPECT_EQ(d.Omitted(name), 1U);
 }
 
+TEST(Walker, InvalidLengthsCountAsNotGiven) {
+    const Drawing d(
+        R"(<rect width='1e999' height='1'/><rect width='abc' height='1'/><rect width='1' height=''/>
+        <rect width='-1' height='1'/><rect width='1e308in' height='1'/><circle r='-3'/><circle r='1 2'/>
+        <ellipse rx='1px2' ry='x'/><g id='g'><rect width='x' height='1'/></g><use href='#g'/><use href='#g'/>
+        <rect width='0' height='1'/><rect width='auto' height='1'/><circle r='-0'/><ellipse rx='auto'/>
+        <rect id='place' x='abc' y='5' width='2' height='1'/><ellipse id='radius' rx='-1' ry='2'/>
+        <line id='end' x1='1' x2='?'/><g visibility='hidden'><rect width='x' height='1'/></g>
+        <use href='#place' x='?' y='1'/><svg width='-5' viewBox='0 0 2 1'><rect width='1' height='1'/></svg>)");
+    std::string ids;
+    for (const auto& item : d.items)
+        ids += std::string(item.shape.id) + ' ';
+    EXPECT_EQ(ids, "place radius end place  ");
+    EXPECT_EQ(d.Omitted("shape without valid size"), 10U)
+        << "one of them where it stands and for the first use";
+    EXPECT_EQ(d.Omitted("invalid length"), 6U);
+    EXPECT_EQ(d.items[0].bounds, (svg::Rect{0, 5, 2, 6}));
+    EXPECT_EQ(d.items[1].bounds, (svg::Rect{-2, -2, 2, 2}));
+    EXPECT_EQ(d[3].transform, svg::Matrix::Translation(0, 1));
+}
+
 TEST(Walker, SwitchTakesTheFirstThatFits) {
     const Drawing d(
         R"(<switch><foreignObject requiredExtensions='x'/><g requiredExtensions='y'><path d='M0 0'/></g>
@@ -114,6 +135,10 @@ TEST(ShapeBounds, BasicShapesAndUnits) {
     ExpectRect(BoundsOf("<ellipse cy='5' rx='2' ry='1'/>"), -2, 4, 2, 6);
     ExpectRect(BoundsOf("<polygon points='1,2 3 -4,5'/>"), 1, -4, 3, 2);
     EXPECT_FALSE(Drawing("<path d='M1e308 0l1e308 0'/>").items.at(0).bounds.has_value());
+    const Drawing cut(R"(<path d='M0 0L5'/><path d='M0 0 1 1 1e999'/><path d='x M'/><path d=' M0 0h1z '/>
+        <polygon points='1,2 3'/><polyline points='1,2 3,4 '/>)");
+    EXPECT_EQ(cut.unbounded.Of("malformed path data"), 3U);
+    EXPECT_EQ(cut.unbounded.Of("malformed points"), 1U);
 }
 
 }  // namespace

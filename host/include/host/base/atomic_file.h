@@ -14,9 +14,10 @@ namespace host {
 
 /// Saves `bytes` as the whole content of `path`: into a new file beside it, flushed, then renamed over it.
 /// Whoever opens `path` meanwhile, or after a crash, finds the old content or the new, never a mixture. A
-/// symbolic link is followed, permissions of an existing file are kept. Returns false and fills `error` when
-/// it fails: the old file is then as it was and nothing is left beside it. What exists and is not a regular
-/// file is not replaced. Throws bad_alloc only, likewise without a trace.
+/// symbolic link is followed, also to where nothing is yet; permissions of an existing file are kept. Returns
+/// false and fills `error` when it fails: the old file is then as it was and nothing is left beside it. What
+/// exists and is not a regular file is not replaced, nor is a file under a name for its being open
+/// ("/dev/stdout"). Throws bad_alloc only, likewise without a trace.
 FOM_API bool SaveAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes,
                             Error& error);
 

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "fom/fill_handle.h"
+#include "fom/fill_list.h"
+#include "fom/outline_handle.h"
+#include "fom/outline_list.h"
+
+namespace command {
+
+/// What one shape is painted with; the outline's handle is empty where nothing is stroked.
+struct ShapePaints {
+    template <class... FillArguments>
+    explicit ShapePaints(WRCOutlineList* outlines, FillArguments&&... arguments)
+        : fill(std::forward<FillArguments>(arguments)...), outline(false, outlines) {}
+
+    WFillHandle fill;
+    WOutlineHandle outline;
+};
+
+/// The paints of drawings as a document holds them: a pool of fills and one of outlines, and for each shape
+/// the handles of its own.
+class PaintDocument {
+public:
+    PaintDocument()
+        : m_fills(std::make_shared<WRCFillList>()), m_outlines(std::make_unique<WRCOutlineList>()) {}
+
+    const std::shared_ptr<WRCFillList>& Pool() const noexcept { return m_fills; }
+    const WRCOutlineList& OutlinePool() const noexcept { return *m_outlines; }
+    std::size_t ShapeCount() const noexcept { return m_count; }
+
+    /// Takes the memory that the next shape needs in the document itself.
+    void ReserveShape() {
+        if (m_blocks.empty() || m_blocks.back().size() == kBlock) AddBlock();
+    }
+
+    /// Appends a shape without an outline; the arguments are those of its WFillHandle, which is returned.
+    template <class... Arguments>
+    WFillHandle& AddShape(Arguments&&... arguments) {
+        ReserveShape();
+        m_blocks.back().emplace_back(m_outlines.get(), std::forward<Arguments>(arguments)...);
+        ++m_count;
+        return m_blocks.back().back().fill;
+    }
+    /// Of the shape that was added last; there must be one.
+    WOutlineHandle& LastOutline() noexcept { return m_blocks.back().back().outline; }
+
+    /// Drops the shapes after the first `count`.
+    void DropShapesAfter(std::size_t count) noexcept {
+        while (m_count > count) {
+            if (m_blocks.back().empty()) m_blocks.pop_back();
+            m_blocks.back().pop_back();
+            --m_count;
+        }
+    }
+
+private:
+    static constexpr std::size_t kBlock = 1024;
+
+    void AddBlock() {
+        std::vector<ShapePaints> block;
+        block.reserve(kBlock);
+        m_blocks.push_back(std::move(block));
+    }
+
+    std::shared_ptr<WRCFillList> m_fills;
+    std::unique_ptr<WRCOutlineList> m_outlines;
+    // Blocks never grow, so that handles stay where they are.
+    std::vector<std::vector<ShapePaints>> m_blocks;
+    std::size_t m_count = 0;
+};
+
+}  // namespace command
