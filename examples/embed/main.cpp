@@ -15,7 +15,13 @@ int main() {
         square.CreateSolidFill(&orange);  // copy-on-write: the pool finds the circle's fill again
 
         bool shared = circle.SameContentsAs(&square);
-        std::printf("2 shapes, %zu fill%s\n", document->GetCount(), shared ? "" : "s");
+
+        WRCOutlineList pens;
+        WOutlineHandle edge(7056, &blue, nullptr, 0, 0, &pens), border(762, &blue, nullptr, 0, 0, &pens);
+        border.SetWidth(7056);  // likewise: the pool finds the edge's outline
+
+        std::printf("2 shapes, %zu fill%s, %zu outline%s\n", document->GetCount(), shared ? "" : "s",
+                    pens.GetCount(), pens.GetCount() == 1 ? "" : "s");
     }
     FOMShutdown();
 }

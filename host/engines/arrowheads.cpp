@@ -26,25 +26,25 @@ void StandaloneArrowheads::Load() {
     m_set.Start([files = FilesToTry()] { return LoadArrowheads(files); });
 }
 
-void StandaloneArrowheads::Wait() {
+const std::vector<MemoryBlock>& StandaloneArrowheads::WaitForBlocks() {
     Load();
     for (const std::wstring& warning : std::exchange(m_set.Get().warnings, {}))
         Installed().interfaceLayer.WarnUser(warning);
+    Load();  // a dialog may have run the application to its end
+    return m_set.Get().blocks;
 }
 
 unsigned StandaloneArrowheads::GetCount() {
-    Wait();
-    return static_cast<unsigned>(m_set.Get().blocks.size());
+    return static_cast<unsigned>(WaitForBlocks().size());
 }
 
 HMEM StandaloneArrowheads::GetHandle(unsigned index) {
-    Wait();
-    const std::vector<MemoryBlock>& blocks = m_set.Get().blocks;
+    const std::vector<MemoryBlock>& blocks = WaitForBlocks();
     return index < blocks.size() ? blocks[index].Get() : nullptr;
 }
 
 bool StandaloneArrowheads::AreSame(HMEM a, HMEM b) {
-    Wait();
+    WaitForBlocks();
     return detail::CompareBlocks(a, b) == 0;
 }
 

@@ -25,7 +25,7 @@ public:
     bool AreSame(HMEM a, HMEM b) override;
 
 private:
-    void Wait();
+    const std::vector<MemoryBlock>& WaitForBlocks();
 
     Deferred<ArrowheadSet> m_set;
 };

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "host/base/guid.h"
@@ -44,6 +45,9 @@ concept ByBytes = std::same_as<T, double> || std::same_as<T, MATRIX> || std::sam
     std::same_as<T, CLR_SCREENSPEC> || std::same_as<T, CLR_FOUNTCOLOR>;
 template <class T>
 concept ByValue = std::is_integral_v<T> || std::is_enum_v<T>;
+/// Hashed by all its bytes.
+template <class T>
+concept HashedByBytes = ByBytes<T> || ByValue<T> || std::same_as<T, CLR_COLORSPEC>;
 
 /// Negative, 0 or positive: none first, then by size, then by bytes.
 int CompareBlocks(HMEM a, HMEM b) noexcept;
@@ -98,7 +102,7 @@ struct FieldCompare {
         if (result != 0 || skipIdentity) return result;
         return std::memcmp(a.GetIdentity().data(), b.GetIdentity().data(), a.GetIdentity().size());
     }
-    int operator()(HMEM a, HMEM b) const noexcept { return CompareBlocks(a, b); }
+    int operator()(HMEM a, HMEM b) const noexcept { return a == b ? 0 : CompareBlocks(a, b); }
     int operator()(const VyrUtils::Guid&, const VyrUtils::Guid&) const noexcept { return 0; }
 
 private:
@@ -126,9 +130,12 @@ public:
     template <class T>
     void operator()(const T& value) noexcept {
         if constexpr (HasFields<T>) {
-            Fields<T>::Visit([&](unsigned, auto member) { (*this)(value.*member); });
+            GatherPlain(value);
+            Fields<T>::Visit([&](unsigned, auto member) {
+                if constexpr (!HashedByBytes<FieldOf<T, decltype(member)>>) (*this)(value.*member);
+            });
         } else {
-            static_assert(ByBytes<T> || ByValue<T>, "no hash is defined for this field");
+            static_assert(HashedByBytes<T>, "no hash is defined for this field");
             Gather(value);
         }
     }
@@ -162,25 +169,59 @@ public:
         for (std::size_t i = 0; i < used; ++i)
             Gather(dots.element[i]);
     }
-    void operator()(const CLR_COLORSPEC& color) noexcept { Gather(color); }
-    void operator()(HMEM block) noexcept;
+    void operator()(HMEM block) noexcept {
+        Gather(block != nullptr);
+        if (block) GatherContents(block);
+    }
     void operator()(const VyrUtils::Guid&) noexcept {}
 
 private:
+    template <class T, class Member>
+    using FieldOf = std::remove_cvref_t<decltype(std::declval<const T&>().*std::declval<Member>())>;
+
+    template <class T>
+    static constexpr std::size_t PlainSize() {
+        std::size_t size = 0;
+        Fields<T>::Visit([&size](unsigned, auto member) {
+            using Field = FieldOf<T, decltype(member)>;
+            if constexpr (HashedByBytes<Field>) size += sizeof(Field);
+        });
+        return size;
+    }
+    /// The fields that are hashed by their bytes, one after the other: only where the first one goes is not
+    /// known when this is compiled.
+    template <class T>
+    void GatherPlain(const T& record) noexcept {
+        constexpr std::size_t kSize = PlainSize<T>();
+        MakeRoom<kSize>();
+        unsigned char* at = m_gathered + m_used;
+        Fields<T>::Visit([&](unsigned, auto member) {
+            using Field = FieldOf<T, decltype(member)>;
+            if constexpr (HashedByBytes<Field>) {
+                std::memcpy(at, &(record.*member), sizeof(Field));
+                at += sizeof(Field);
+            }
+        });
+        m_used += kSize;
+    }
+    void GatherContents(HMEM block) noexcept;
     template <class T>
     void Gather(const T& value) noexcept {
-        static_assert(sizeof(T) <= sizeof m_gathered);
-        if (sizeof m_gathered - m_used < sizeof(T)) {
-            HashBytes(m_hasher, m_gathered, m_used);
-            m_used = 0;
-        }
+        MakeRoom<sizeof(T)>();
         std::memcpy(m_gathered + m_used, &value, sizeof(T));
         m_used += sizeof(T);
+    }
+    template <std::size_t kSize>
+    void MakeRoom() noexcept {
+        static_assert(kSize <= sizeof m_gathered);
+        if (sizeof m_gathered - m_used >= kSize) return;
+        HashBytes(m_hasher, m_gathered, m_used);
+        m_used = 0;
     }
 
     Hasher& m_hasher;
     std::size_t m_used = 0;
-    unsigned char m_gathered[256] = {};
+    unsigned char m_gathered[256];  // not cleared: what is used is written first
 };
 
 }  // namespace host::detail

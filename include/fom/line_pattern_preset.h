@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <concepts>
 
 #include "host/base/export.h"
 #include "host/gfx/des9_wideline.h"
@@ -38,6 +38,14 @@ protected:
     CLinePatternPreset(const CLinePatternPreset&) noexcept = default;
     CLinePatternPreset& operator=(const CLinePatternPreset&) noexcept = default;
 };
+
+/// Presets under any of their classes. Without it the operator of `a` and that of `b`, which take the other
+/// one as a CLinePatternPreset, would fit `a == b` equally well.
+template <std::derived_from<CLinePatternPreset> A, std::derived_from<CLinePatternPreset> B>
+bool operator==(const A& a, const B& b) {
+    const CLinePatternPreset& preset = a;
+    return preset.operator==(static_cast<const CLinePatternPreset&>(b));
+}
 
 /// An unbroken line. An outline is drawn so when bit 2 of its type is set.
 class FOM_API CSolidLinePatternPreset final : public CLinePatternPreset {

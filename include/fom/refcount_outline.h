@@ -105,6 +105,6 @@ private:
     bool SetArrowStyle(HMEM& arrow, unsigned index);
     void WriteVersion12(AbstractFileStream& stream, udi::PtrRemapper& remapper) const;
 
+    std::unique_ptr<ColorName> m_colorName;  // beside the node, where a lookup that asks for it is anyway
     CGE_OUTLINE m_record;
-    std::unique_ptr<ColorName> m_colorName;
 };

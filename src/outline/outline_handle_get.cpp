@@ -1,16 +1,12 @@
+#include "host/gfx/lazy_record.h"
+
 #include "fom/outline_handle.h"
 
 namespace {
 
-/// What an empty handle reads as.
-const CGE_OUTLINE& NoOutline() noexcept {
-    static const CGE_OUTLINE none;
-    return none;
-}
-
 const CGE_OUTLINE& RecordOf(const WOutlineHandle& handle) noexcept {
     const CGE_OUTLINE* record = handle.GetCGEOutline();
-    return record ? *record : NoOutline();
+    return record ? *record : host::EmptyRecord<CGE_OUTLINE>();
 }
 
 }  // namespace

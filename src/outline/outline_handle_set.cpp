@@ -122,8 +122,11 @@ bool WOutlineHandle::SetArrowStyle(bool (WRefCountOutline::*set)(unsigned), unsi
     return ((*copy).*set)(index) && m_entry.Register(std::move(copy));
 }
 
+// On a copy, since a preset may be anybody's class, which must not be called under the pool's lock.
 void WOutlineHandle::SetLinePatternPreset(const CLinePatternPreset& preset) {
-    m_entry.Edit([&](WRefCountOutline& entry) { entry.SetLinePatternPreset(preset); });
+    std::unique_ptr<WRefCountOutline> copy = m_entry.MakePrivateCopy();
+    copy->SetLinePatternPreset(preset);
+    m_entry.Register(std::move(copy));
 }
 
 void WOutlineHandle::SetCGEOutline(const CGE_OUTLINE* record) {

@@ -70,18 +70,20 @@ TEST(LinePatternPreset, OutlinesBecomePresetsAndBack) {
 }
 
 TEST(LinePatternPreset, WhatPresetsCompare) {
-    const auto same = [](const CLinePatternPreset& a, const CLinePatternPreset& b) { return a == b; };
+    // Under their own classes, which is for the compiler to accept.
     const CStdLinePatternPreset twelve({12, {1}}), thirteen({13, {1}}), shorter({2, {1, 1, 5}});
-    EXPECT_FALSE(same(twelve, thirteen)) << "the whole count";
-    EXPECT_TRUE(same(shorter, CStdLinePatternPreset({2, {1, 1, 6}})));
-    EXPECT_FALSE(same(shorter, CStdLinePatternPreset({2, {1, 2}})));
+    EXPECT_FALSE(twelve == thirteen) << "the whole count";
+    EXPECT_TRUE(shorter == CStdLinePatternPreset({2, {1, 1, 6}}));
+    EXPECT_TRUE(shorter != CStdLinePatternPreset({2, {1, 2}}));
     EXPECT_FALSE(twelve.IsValid());
     CGE_OUTLINE outline = Outline(OutlineSolid);
     outline.dotDash = {2, {1, 1}};
     EXPECT_TRUE(shorter == outline) << "whatever the kind";
 
     const CEnhLinePatternPreset enhanced(Wideline(70, 9));
-    EXPECT_FALSE(same(enhanced, CEnhLinePatternPreset(Wideline(71, 9))));
+    EXPECT_FALSE(enhanced == CEnhLinePatternPreset(Wideline(71, 9)));
+    EXPECT_FALSE(enhanced == shorter);
+    EXPECT_TRUE(static_cast<const CLinePatternPreset&>(shorter) == shorter);
     outline.SetToWideline(Wideline(71, 9));
     EXPECT_TRUE(enhanced == outline) << "whatever the thread width";
     outline.SetToWideline(Wideline(70, 8));

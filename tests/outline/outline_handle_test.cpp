@@ -3,6 +3,8 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <thread>
+#include <utility>
 
 #include "host/gfx/des9_wideline.h"
 #include "host/stream/file_stream.h"
@@ -160,13 +162,45 @@ TEST_F(OutlineHandle, WritesThatChangeNothingLeaveThePoolAlone) {
         [&] { EXPECT_FALSE(handle.SetLeftArrowStyle(1000000)); },
         [&] { EXPECT_FALSE(handle.Copy(other, false, false)); },
         [&] { EXPECT_FALSE(handle.BlendPen(ColorContext(), handle, other, 0.0 / 0.0)); },
-        [&] { handle = handle; },
+        [&] { handle = std::as_const(handle); },
         [&] { handle.Copy(handle, true, false); },
     };
     for (const auto& write : writes) {
         write();
         ASSERT_EQ(handle.GetRefCountOutline(), entry);  // a copy would have lost the name
     }
+}
+
+/// Somebody's own pattern, which uses the pool, and waits for a thread that uses it.
+struct BusyPreset : CLinePatternPreset {
+    explicit BusyPreset(WRCOutlineList& used) noexcept : pool(used) {}
+    void Accept(CLinePatternPresetVisitor&) override {}
+    void ApplyTo(CGE_OUTLINE& outline) const override {
+        const WOutlineHandle equal(&outline, false, &pool);
+        std::thread([this] {
+            pool.RemoveInstance(pool.AddOrGetDuplicate(new WRefCountOutline(true), nullptr));
+        }).join();
+        outline.dotLength = 99;
+        if (fails) throw std::bad_alloc();
+    }
+    bool operator==(const CLinePatternPreset& other) const override { return this == &other; }
+    bool operator==(const CGE_OUTLINE& outline) const override { return outline.dotLength == 99; }
+
+    WRCOutlineList& pool;
+    bool fails = false;
+};
+
+TEST_F(OutlineHandle, PresetsMayUseThePool) {
+    WOutlineHandle handle = Named(pool);
+    BusyPreset preset(pool);
+    preset.fails = true;
+    EXPECT_THROW(handle.SetLinePatternPreset(preset), std::bad_alloc);
+    EXPECT_EQ(handle.GetDotLength(), 7u);
+    preset.fails = false;
+    handle.SetLinePatternPreset(preset);
+    EXPECT_TRUE(preset == *handle.GetCGEOutline());
+    EXPECT_STREQ(handle.GetRefCountOutline()->GetColorName(), L"ink");
+    EXPECT_EQ(pool.GetCount(), 1u);
 }
 
 TEST_F(OutlineHandle, KindOneGetsAPen) {
@@ -298,7 +332,7 @@ TEST_F(OutlineHandle, TravelsInLists) {
     list.Add(new WOutlineHandle(true, &pool));
     const WOutlineHandleList copy(&list, context);
     ASSERT_EQ(copy.GetNumberOfOutlines(), 3u);
-    for (std::size_t i : {0, 2}) {
+    for (std::size_t i : {0u, 2u}) {
         EXPECT_NE(copy.GetOutline(i), list.GetOutline(i));
         EXPECT_EQ(copy.GetOutline(i)->GetRefCountOutline(), list.GetOutline(i)->GetRefCountOutline());
     }

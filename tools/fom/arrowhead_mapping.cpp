@@ -77,15 +77,29 @@ std::optional<CGE_ARROWHEAD> MapMarker(const svg::Marker& marker, LineEnd end, d
 }
 
 HMEM ArrowheadCache::Find(const svg::Marker& marker, LineEnd end, double width, svg::Omissions& omissions) {
-    const auto [at, isNew] = m_known.try_emplace({&marker, end, marker.strokeWidthUnits ? 1 : width});
-    Known& known = at->second;
-    if (isNew) {
-        const std::optional<CGE_ARROWHEAD> head = MapMarker(marker, end, width, known.omissions);
-        if (head) known.block = SUDIRegisterArrow(head->ToBlock());
-        if (head && !known.block) throw std::bad_alloc();
+    const bool anyWidth = marker.strokeWidthUnits || marker.outline.empty();
+    const Key key(&marker, end, anyWidth ? 1 : width);
+    auto known = m_known.find(key);
+    if (known == m_known.end()) {
+        const std::size_t steps = anyWidth ? 0 : marker.outline.size();
+        if (steps > m_stepsLeft) {
+            omissions.Count("arrowheads of too many widths");
+            return nullptr;
+        }
+        known = m_known.emplace(key, Make(marker, end, width)).first;
+        m_stepsLeft -= steps;
     }
-    omissions.Add(known.omissions);
-    return known.block;
+    omissions.Add(known->second.omissions);
+    return known->second.block;
+}
+
+ArrowheadCache::Known ArrowheadCache::Make(const svg::Marker& marker, LineEnd end, double width) {
+    Known known;
+    const std::optional<CGE_ARROWHEAD> head = MapMarker(marker, end, width, known.omissions);
+    if (!head) return known;
+    known.block = SUDIRegisterArrow(head->ToBlock());
+    if (!known.block) throw std::bad_alloc();
+    return known;
 }
 
 }  // namespace command

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <tuple>
@@ -22,7 +23,11 @@ std::optional<CGE_ARROWHEAD> MapMarker(const svg::Marker& marker, LineEnd end, d
 /// The arrowheads of one drawing, each made and registered once.
 class ArrowheadCache {
 public:
-    /// The block of MapMarker's answer, which the process owns; null for none. Throws bad_alloc.
+    /// Most steps that those of markers in user units have together, which differ for each width of a line.
+    static constexpr std::size_t kMostSteps = 16384;
+
+    /// The block of MapMarker's answer, which the process owns; null for none and, counted, for one beyond
+    /// kMostSteps. Throws bad_alloc.
     HMEM Find(const svg::Marker& marker, LineEnd end, double width, svg::Omissions& omissions);
 
 private:
@@ -32,7 +37,10 @@ private:
     };
     using Key = std::tuple<const svg::Marker*, LineEnd, double>;
 
+    static Known Make(const svg::Marker& marker, LineEnd end, double width);
+
     std::map<Key, Known> m_known;
+    std::size_t m_stepsLeft = kMostSteps;
 };
 
 }  // namespace command

@@ -18,7 +18,7 @@ std::string Fixed(double number, const char* format) {
 
 void AppendRow(std::string& out, const char* name, const std::string& value, const std::string& note = {}) {
     char row[160];
-    std::snprintf(row, sizeof row, "%-20s %14s", name, value.c_str());
+    std::snprintf(row, sizeof row, "%-22s %12s", name, value.c_str());
     out.append(row);
     if (!note.empty()) out.append("  ").append(note);
     out += '\n';
@@ -128,7 +128,8 @@ std::string ToText(const ImportReport& report) {
     AppendRow(out, "distinct outlines", Grouped(report.distinctOutlines), DescribeKinds(report.penKinds));
     AppendRow(out, "shapes per outline", Fixed(report.OutlineSharing(), "%.2f"));
     AppendRow(out, "with arrowheads", Grouped(report.arrowOutlines));
-    if (report.bytesPerOutline) AppendRow(out, "bytes per outline", Fixed(*report.bytesPerOutline, "%.0f"));
+    if (report.bytesPerOutline)
+        AppendRow(out, "heap bytes per outline", Fixed(*report.bytesPerOutline, "%.0f"));
     AppendRow(out, "seconds", Fixed(report.seconds, "%.2f"));
     AppendOmissions(out, report);
     return out;

@@ -117,7 +117,7 @@ public:
 
 private:
     void AddPaths(CLI::App* command) {
-        command->add_option("PATH", m_paths, "SVG files, or folders of them")->required();
+        command->add_option("PATH", m_paths, "SVG files, or folders of them")->required()->check(CheckNamed);
     }
 
     void AddPens() {
@@ -126,9 +126,9 @@ private:
             return m_pens->add_option(name, text, help)->check(CheckGiven);
         };
         add("--under", m_penTexts.under, "transformation of the object, in SVG syntax")->required();
-        add("--width", m_penTexts.width, "width along the nib's longer axis [2pt]");
-        add("--stretch", m_penTexts.stretch, "the nib's other axis in per cent of the width [100]");
-        add("--angle", m_penTexts.angle, "the nib's angle in degrees [0]");
+        add("--width", m_penTexts.width, "width along the nib's y axis [2pt]");
+        add("--stretch", m_penTexts.stretch, "the nib's x axis in per cent of the width [100]");
+        add("--angle", m_penTexts.angle, "turn of the nib in degrees [0]");
         add("--dashes", m_penTexts.dashes, "dash, gap, dash, ... in dot lengths");
         add("--dot-length", m_penTexts.dotLength, "length of a dot [the width]");
         add("--kind", m_penTexts.kind, "none, solid or dot-dash [dot-dash with dashes, otherwise solid]");

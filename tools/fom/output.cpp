@@ -50,9 +50,11 @@ Output::Output(fs::path path) : m_path(std::move(path)), m_kind(Kind::File) {
     }
 }
 
-bool Output::Replaces() const {
+std::string Output::Obstacle(bool force) const {
     std::error_code unknown;
-    return m_kind == Kind::File && fs::exists(m_path, unknown);
+    if (m_kind != Kind::File || !fs::exists(m_path, unknown)) return {};
+    if (fs::is_directory(m_path, unknown)) return "is a folder";
+    return force ? "" : "exists already; --force overwrites";
 }
 
 bool Output::Write(std::span<const std::byte> bytes, Console& console) const {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <span>
+#include <string>
 
 #include "fom/console.h"
 
@@ -15,8 +16,8 @@ public:
     /// An empty path is standard output.
     explicit Output(std::filesystem::path path);
 
-    /// Whether writing replaces something that exists.
-    bool Replaces() const;
+    /// What stands where nothing may be replaced without `force`; empty when the result may be written.
+    std::string Obstacle(bool force) const;
     /// False, after telling the console, when it fails.
     bool Write(std::span<const std::byte> bytes, Console& console) const;
 

@@ -1,6 +1,7 @@
 #include "fom/pen_fit.h"
 
-#include <cstdio>
+#include <cstddef>
+#include <string>
 
 #include "fom/grouped.h"
 #include "fom/import_report.h"
@@ -10,15 +11,22 @@
 namespace command {
 namespace {
 
-void AppendRow(std::string& out, const char* name, const std::string& before, const std::string& after) {
-    char row[160];
+constexpr std::size_t kNameWidth = 12;
+constexpr std::size_t kColumnWidth = 20;
+
+/// To the right, after one blank at least.
+void AppendColumn(std::string& out, const std::string& text) {
     // The degree sign takes two bytes and one column.
-    const auto column = [](const std::string& text) {
-        return 20 + static_cast<int>(text.find("\u00b0") != std::string::npos);
-    };
-    std::snprintf(row, sizeof row, "%-12s%*s%*s\n", name, column(before), before.c_str(), column(after),
-                  after.c_str());
-    out += row;
+    const std::size_t width = text.size() - (text.find("\u00b0") != std::string::npos);
+    out.append(width < kColumnWidth ? kColumnWidth - width : 1, ' ') += text;
+}
+
+void AppendRow(std::string& out, const std::string& name, const std::string& before,
+               const std::string& after) {
+    out.append(name).append(kNameWidth - name.size(), ' ');
+    AppendColumn(out, before);
+    AppendColumn(out, after);
+    out += '\n';
 }
 
 template <class Describe>
@@ -27,7 +35,7 @@ void AppendRow(std::string& out, const char* name, const PenFit& fit, Describe&&
 }
 
 std::string UnitsText(std::uint32_t length) {
-    return Grouped(length) + " units";
+    return Grouped(length) + (length == 1 ? " unit" : " units");
 }
 
 std::string DashesText(const CGE_DOTDASHSPEC& dashes) {

@@ -32,6 +32,8 @@ constexpr double kHeight = kTop + 2 * 50 + kNibHeight + kLinesHeight + 2 * kMarg
 /// Pixels in a document unit; what would need others is not drawn.
 constexpr double kLeastScale = 1e-10;
 constexpr double kMostScale = 10;
+/// What would be smaller, in pixels, is not drawn either.
+constexpr double kLeastSize = 1;
 /// A transformation whose two stretches differ by more is no picture.
 constexpr double kFlat = 1e-12;
 /// Nor is one that enlarges or reduces by more.
@@ -56,9 +58,14 @@ Polyline Circle(double x, double y, double r) {
     return line;
 }
 
+double LongerAxis(const CGE_OUTLINE& pen) noexcept {
+    return pen.width * std::max(1.0, pen.nibStretch / 100.0);
+}
+
 /// A square, a circle and an open corner, in proportion to the pen.
 std::vector<Polyline> SampleLines(const CGE_OUTLINE& pen) {
-    const double u = std::max({1.0, double(pen.width), DashRepeat(pen) / 10});
+    const double u = std::max({1.0, LongerAxis(pen), DashRepeat(pen) / 10});
+    if (pen.type == OutlineNone || pen.width <= 0) return {};
     return {{{{0, 0}, {9 * u, 0}, {9 * u, 9 * u}, {0, 9 * u}}, true},
             Circle(17 * u, 4.5 * u, 5 * u),
             {{{0, 13 * u}, {11 * u, 16 * u}, {22 * u, 13 * u}}, false}};
@@ -86,6 +93,7 @@ ObjectBounds BoundsOf(const std::vector<Polyline>& lines, double reach) {
                    std::max(box.bottom, p.y)};
         }
     }
+    if (isFirst) return box;
     return {box.left - reach, box.top - reach, box.right + reach, box.bottom + reach};
 }
 
@@ -118,7 +126,7 @@ private:
     void DrawTitle(const PenFit& fit) {
         const MATRIX& m = fit.under;
         char text[160];
-        std::snprintf(text, sizeof text, "A pen under matrix(%.5g %.5g %.5g %.5g)", m.a, m.b, m.c, m.d);
+        std::snprintf(text, sizeof text, "A pen under matrix(%.5g %.5g %.5g %.5g 0 0)", m.a, m.b, m.c, m.d);
         m_text.Write(text, {kMargin, kMargin + 18, 22, kWidth - 2 * kMargin}, Ink::Strong, true);
     }
 
@@ -129,7 +137,7 @@ private:
         std::vector<Polyline> mapped;
         for (const Polyline& line : lines)
             mapped.push_back(line.Transformed(m));
-        const double radius = pen.width / 2.0;
+        const double radius = pen.type == OutlineNone ? 0 : LongerAxis(pen) / 2;
         const std::string label = std::string(name) + ": " + PointsText(pen.width) + ", nib " +
                                   std::to_string(pen.nibStretch) + " % at " + DegreesText(pen.nibAngle);
         DrawPanel(
@@ -140,7 +148,7 @@ private:
         std::string detail;
         if (DashRepeat(pen) > 0) detail = ", dot length " + PointsText(pen.dotLength);
         DrawPanel(
-            {x, top, x + kPanelWidth, top + kLinesHeight}, BoundsOf(mapped, pen.width * 1.5), m,
+            {x, top, x + kPanelWidth, top + kLinesHeight}, BoundsOf(mapped, LongerAxis(pen) * 1.5), m,
             [&](CairoContext& target) { PaintOutline(target, old, lines); },
             [&](CairoContext& target) { PaintOutline(target, pen, mapped); }, "lines" + detail);
     }
@@ -159,6 +167,8 @@ private:
         const double scale = FitScale(box, panel);
         const TextPlace place{panel.left, panel.bottom + 20, 14, panel.right - panel.left};
         if (scale == 0) return m_text.Write(label + ": nothing to draw", place, Ink::Strong);
+        if (std::max(box.right - box.left, box.bottom - box.top) * scale < kLeastSize)
+            return m_text.Write(label + ": too small to draw", place, Ink::Strong);
         if (scale < kLeastScale) return m_text.Write(label + ": too large to draw", place, Ink::Strong);
         m_text.Write(label + ", drawn at " + PercentText(scale * kUnitsPerPixel), place, Ink::Strong);
 

@@ -118,11 +118,8 @@ int Run(int argc, const char* const* argv, Console& console, HeapGauge gauge) {
             ParseOptions(argc, argv, console.Out(), console.Err(), exitCode);
         if (!options) return exitCode == kSuccess && !console.Deliver() ? kFailure : exitCode;
         const Output output(options->output);
-        if (!options->force && output.Replaces()) {
-            console.Fail({.what = PathText(options->output),
-                          .offset = 0,
-                          .line = 0,
-                          .reason = "exists already; --force overwrites"});
+        if (const std::string obstacle = output.Obstacle(options->force); !obstacle.empty()) {
+            console.Fail({.what = PathText(options->output), .offset = 0, .line = 0, .reason = obstacle});
             return kFailure;
         }
         const Library library;

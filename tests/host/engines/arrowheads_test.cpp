@@ -309,6 +309,29 @@ TEST_F(ArrowheadService, FreeDropsAllAlsoInFlightAndTheNextQuestionLoadsAgain) {
     m_list.Load();  // goes with its thread
 }
 
+struct FreeingLayer : host::InterfaceLayer {
+    explicit FreeingLayer(host::ArrowheadList& freed) noexcept : list(freed) {}
+    bool Start() override { return true; }
+    void Stop() override {}
+    void WarnUser(std::wstring_view) override { list.Free(); }
+    host::ArrowheadList& list;
+};
+
+TEST_F(ArrowheadService, MayBeFreedByWhoIsWarned) {
+    Write("app/arrows.txt", "a: M0 0L1 1Z\nbad\n");
+    FreeingLayer layer(m_list);
+    const host::Services services = m_services.Get();
+    const host::Services freeing{services.graphicsEngine, layer,
+                                 services.folders,        services.preferences,
+                                 services.switches,       services.resourceStrings,
+                                 services.units,          services.textureEngine,
+                                 services.arrowheads,     services.importFilters,
+                                 services.fillContainers, services.patternImages,
+                                 services.monoPatterns};
+    host::Install(freeing);
+    EXPECT_EQ(m_list.GetCount(), m_builtIn + 1);
+}
+
 TEST(Deferred, WhatFailsInTheBackgroundIsDoneAgainByWhoWaits) {
     int runs = 0;
     host::Deferred<int> answer;

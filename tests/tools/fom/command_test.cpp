@@ -14,6 +14,7 @@ TEST(Command, AnswersHelpAndUsage) {
     EXPECT_EQ(RunCommand({"export"}).exitCode, 2);
     EXPECT_NE(RunCommand({"export"}).err.find("no command 'export'"), std::string::npos);
     EXPECT_EQ(RunCommand({"import"}).exitCode, 2);
+    EXPECT_EQ(RunCommand({"import", ""}).exitCode, 2);
     EXPECT_EQ(RunCommand({"swatches", "a.svg"}).exitCode, 2) << "needs -o";
     EXPECT_EQ(RunCommand({"swatches", "a.svg", "-o", "b.png", "--limit", "0"}).exitCode, 2);
     EXPECT_EQ(RunCommand({"help", "export"}).exitCode, 2);
@@ -68,6 +69,9 @@ TEST(Command, KeepsFilesUnlessForced) {
         EXPECT_EQ(refused.exitCode, 1);
         EXPECT_EQ(refused.err, "fom: " + drawing + ": exists already; --force overwrites\n");
         EXPECT_EQ(ReadText(drawing), text);
+        const std::string occupied = folder.Path().string();
+        EXPECT_EQ(RunCommand({action, drawing, "-o", occupied, "--force"}).err,
+                  "fom: " + occupied + ": is a folder\n");
         const std::string output = (folder / action).string();
         EXPECT_EQ(RunCommand({action, drawing, "-o", output}).exitCode, 0);
         WriteText(output, "old");

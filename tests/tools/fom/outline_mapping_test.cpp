@@ -190,6 +190,17 @@ TEST(OutlineMapping, MakesArrowheadsOnce) {
     EXPECT_NE(cache.Find(marker, command::LineEnd::Start, 1, omissions), first);
     EXPECT_EQ(command::ArrowheadCache().Find(marker, command::LineEnd::End, 1, omissions), first)
         << "one block for equal heads of all drawings";
+    // Lines of ever new widths do not make arrowheads without end.
+    marker.strokeWidthUnits = false;
+    const std::size_t room = command::ArrowheadCache::kMostSteps / marker.outline.size();
+    std::size_t made = 0;
+    for (std::size_t i = 1; i <= room + 5; ++i)
+        made += cache.Find(marker, command::LineEnd::End, 1 + double(i) / 8, omissions) != nullptr;
+    EXPECT_EQ(made, room);
+    EXPECT_EQ(omissions.Of("arrowheads of too many widths"), 5u);
+    EXPECT_NE(cache.Find(marker, command::LineEnd::End, 1.5, omissions), nullptr) << "made before";
+    marker.strokeWidthUnits = true;
+    EXPECT_EQ(cache.Find(marker, command::LineEnd::End, 1, omissions), first);
     marker.outline.clear();
     for (int i = 1; i <= 3; ++i) {
         command::ArrowheadCache().Find(marker, command::LineEnd::End, i, omissions);

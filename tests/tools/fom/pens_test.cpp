@@ -21,6 +21,13 @@ TEST(Pens, TellsNumbers) {
               "dot length                  2 pt             5.46 pt\n"
               "                     7,056 units        19,256 units\n"
               "dashes                       3 1                 3 1\n");
+    const std::string most = "2147483647";
+    std::string dashes = most;
+    for (int i = 1; i < 10; ++i)
+        dashes += ' ' + most;
+    const CommandResult wide = RunCommand({"pens", "--under", "none", "--dashes", dashes, "--width", "1"});
+    EXPECT_TRUE(wide.out.ends_with("dashes       " + dashes + ' ' + dashes + '\n')) << wide.out;
+    EXPECT_NE(wide.out.find(" 1 unit  "), std::string::npos) << wide.out;
     const auto after = [](std::vector<std::string> words) {
         words.insert(words.begin(), {"pens", "--json"});
         const CommandResult result = RunCommand(words);

@@ -10,6 +10,9 @@
 enum CgeWidelineType : std::uint16_t { WidelineNone = 0, WidelineDes9 = 9 };
 
 /// The pattern object of an outline with an enhanced line style. Each class has a type code of its own.
+///
+/// Pools compare and hash pattern objects, and destroy them, with their locks held: Compare, HashInto and the
+/// destructor must not use a pool, nor wait for a thread that may.
 class FOM_API CGE_WIDELINE {
 public:
     virtual ~CGE_WIDELINE();
