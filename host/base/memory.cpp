@@ -17,6 +17,7 @@ struct alignas(16) BlockHeader {
 constexpr std::uint64_t kMaxBlock = std::uint64_t{1} << 38;
 
 constinit std::atomic<std::size_t> g_liveBlocks{0};
+constinit BlockHeader g_unresolved{0, 0};
 
 BlockHeader* Header(HMEM block) noexcept {
     return reinterpret_cast<BlockHeader*>(block);
@@ -63,13 +64,17 @@ HMEM MEMMANDuplicate(HMEM block) noexcept {
 }
 
 void MEMMANFree(HMEM block) noexcept {
-    if (!block) return;
+    if (!block || block == host::UnresolvedBlock()) return;
     Header(block)->~BlockHeader();
     ::operator delete(static_cast<void*>(block));
     g_liveBlocks.fetch_sub(1, std::memory_order_relaxed);
 }
 
 namespace host {
+HMEM UnresolvedBlock() noexcept {
+    return reinterpret_cast<HMEM>(&g_unresolved);
+}
+
 std::size_t LiveMemoryBlocks() noexcept {
     return g_liveBlocks.load(std::memory_order_relaxed);
 }

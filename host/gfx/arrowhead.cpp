@@ -2,7 +2,8 @@
 
 #include <cassert>
 
-#include "base/little_endian.h"
+#include "host/base/little_endian.h"
+
 #include "base/locked_block.h"
 
 namespace {

@@ -26,6 +26,9 @@
 /// A record's fields as data. `Fields<Record>::Visit(v)` calls `v(number, &Record::member)` for every field,
 /// in the order of their numbers; a number names its field in stored forms for good. One list serves
 /// comparison and hash here and whatever else must not forget a field.
+///
+/// Where a record has them, `IsStored(record, number)` says which fields its stored form has, and
+/// `Accepts(record)` whether the fields that were read agree with each other.
 namespace host::detail {
 
 template <class Record>

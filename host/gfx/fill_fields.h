@@ -68,6 +68,10 @@ struct Fields<CGE_PATTERNFILL> {
         visit(6u, &R::tmpFile);
     }
 };
+template <>
+struct Fields<CGE_COLORBMPFILL> : Fields<CGE_PATTERNFILL> {};
+template <>
+struct Fields<CGE_VECTORFILL> : Fields<CGE_PATTERNFILL> {};
 
 template <>
 struct Fields<CGE_TXRINFO> {
@@ -138,6 +142,35 @@ struct Fields<CGE_FILL> {
         visit(8u, &R::m_texture);
         visit(9u, &R::m_postScript);
         visit(10u, &R::m_hatch);
+    }
+    /// Kind and GUID, and of the sub-records the one that the kind names.
+    static constexpr bool IsStored(const CGE_FILL& fill, unsigned number) noexcept {
+        return number <= 2 || number == SubRecord(fill.m_kind);
+    }
+
+private:
+    static constexpr unsigned SubRecord(CgeFillType kind) noexcept {
+        switch (kind) {
+            case FillUniform:
+                return 3;
+            case FillFountain:
+                return 4;
+            case FillMonoBitmap:
+            case FillMonoBitmapAlt:
+                return 5;
+            case FillColorBitmap:
+                return 6;
+            case FillVector:
+                return 7;
+            case FillTexture:
+                return 8;
+            case FillPostScript:
+                return 9;
+            case FillHatch:
+                return 10;
+            default:
+                return 0;
+        }
     }
 };
 

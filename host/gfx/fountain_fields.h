@@ -29,6 +29,9 @@ struct Fields<CGE_FOUNTAINFILL> {
         visit(16u, &R::m_screen);
         visit(17u, &R::m_colors);
     }
+    static bool Accepts(const CGE_FOUNTAINFILL& fountain) noexcept {
+        return fountain.m_colors.size() <= CGE_FOUNTAINFILL::kMaxColors;
+    }
 };
 
 }  // namespace host::detail

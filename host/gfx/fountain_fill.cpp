@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr std::size_t kMaxColors = 65535;
 constexpr std::uint16_t kFullyTransparent = 255;
 
 /// From the unit square to the bounds: (0,0) to the left top corner, (1,1) to the right bottom one.

@@ -17,6 +17,9 @@ struct Fields<CGE_DES9_CYCLICAL_LINE> {
         visit(4u, &R::m_hasFigures);
         visit(5u, &R::m_figurePoints);
     }
+    static bool Accepts(const CGE_DES9_CYCLICAL_LINE& line) noexcept {
+        return line.m_figurePoints.size() == (line.m_hasFigures ? 2 * line.m_stylePoints.size() : 0);
+    }
 };
 
 template <>

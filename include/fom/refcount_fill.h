@@ -9,6 +9,7 @@
 #include "host/color/context.h"
 #include "host/gfx/fill.h"
 #include "host/stream/archive_object.h"
+#include "host/stream/ptr_remapper.h"
 
 #include "fom/intern_node.h"
 
@@ -40,8 +41,15 @@ public:
     /// the names that were here are gone. Copying an entry onto itself changes nothing.
     void Copy(const WRefCountFill& other);
 
+    /// Replaces the record and the user data from the form that the document's version has; the count is 0
+    /// then. Digest and colour names are not stored, and are gone then. Faults show in the stream's good
+    /// flag, and what could be read is kept. Throws bad_alloc, with the entry as it was. Main thread only, as
+    /// is writing.
     void ReadFrom(AbstractFileStream& stream) override;
     void WriteTo(AbstractFileStream& stream) const override;
+    /// The same within a document, whose objects have one numbering.
+    void ReadFrom(AbstractFileStream& stream, udi::PersistentPtrRemapper& remapper);
+    void WriteTo(AbstractFileStream& stream, udi::PersistentPtrRemapper& remapper) const;
     const char* getClassName() const override { return "WRefCountFill"; }
 
     /// Atomic, wrapping at 32 bits; the new count.
@@ -144,6 +152,10 @@ private:
     void OwnPatternData() noexcept;
     friend struct VyrFOM::InternTraits<WRefCountFill>;
 
+    void WriteVersion1200(AbstractFileStream& stream, const CGE_FILL& record,
+                          udi::PtrRemapper& remapper) const;
+    static CGE_FILL ReadVersion1200(AbstractFileStream& stream, unsigned& userData,
+                                    udi::PtrRemapper& remapper);
     /// Makes `record` this entry's, instead of the one that is there.
     CGE_FILL& InstallRecord(CGE_FILL&& record) noexcept;
 

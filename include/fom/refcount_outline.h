@@ -7,6 +7,7 @@
 #include "host/gfx/enums.h"
 #include "host/gfx/outline.h"
 #include "host/stream/archive_object.h"
+#include "host/stream/ptr_remapper.h"
 
 #include "fom/intern_node.h"
 
@@ -39,8 +40,14 @@ public:
     /// this entry's own colour and name stay. The GUID counts as the rest.
     bool Copy(const WRefCountOutline& source, bool copyColor, bool copyRest);
 
+    /// Replaces the record from the form that the document's version has; the count is 0 then.
+    /// The colour name is not stored, and is gone then. Faults show in the stream's good flag, and what could
+    /// be read is kept. Throws bad_alloc, with the entry as it was. Main thread only, as is writing.
     void ReadFrom(AbstractFileStream& stream) override;
     void WriteTo(AbstractFileStream& stream) const override;
+    /// The same within a document, whose objects have one numbering.
+    void ReadFrom(AbstractFileStream& stream, udi::PersistentPtrRemapper& remapper);
+    void WriteTo(AbstractFileStream& stream, udi::PersistentPtrRemapper& remapper) const;
     const char* getClassName() const override { return "WRefCountOutline"; }
 
     /// Both return the new count.
@@ -96,6 +103,7 @@ private:
 
     bool Copy(const CGE_OUTLINE* record, bool copyColor, bool copyRest, bool duplicateArrows);
     bool SetArrowStyle(HMEM& arrow, unsigned index);
+    void WriteVersion12(AbstractFileStream& stream, udi::PtrRemapper& remapper) const;
 
     std::unique_ptr<ColorName> m_colorName;  // beside the node, where a lookup that asks for it is anyway
     CGE_OUTLINE m_record;

@@ -110,12 +110,3 @@ void WRefCountFill::OwnPatternData() noexcept {
     const CGE_PATTERNFILL* pattern = m_hasRecord ? GetCGEFill()->Pattern() : nullptr;
     if (pattern && pattern->patternData) GetCGEFill()->EditPattern()->SetOwner(this);
 }
-
-// Bodies have no stored form yet: a document that asks for one learns that it is not good.
-void WRefCountFill::ReadFrom(AbstractFileStream& stream) {
-    stream.SetGood(false);
-}
-
-void WRefCountFill::WriteTo(AbstractFileStream& stream) const {
-    stream.SetGood(false);
-}

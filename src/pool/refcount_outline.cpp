@@ -109,15 +109,6 @@ bool WRefCountOutline::Copy(const CGE_OUTLINE* record, bool copyColor, bool copy
     return copyColor || copyRest;
 }
 
-// Bodies have no stored form yet: a document that asks for one learns that it is not good.
-void WRefCountOutline::ReadFrom(AbstractFileStream& stream) {
-    stream.SetGood(false);
-}
-
-void WRefCountOutline::WriteTo(AbstractFileStream& stream) const {
-    stream.SetGood(false);
-}
-
 CGE_OUTLINE* WRefCountOutline::GetCGEOutlineCopy() const {
     return new CGE_OUTLINE(m_record);
 }

@@ -23,6 +23,9 @@ FOM_API HMEM MEMMANDuplicate(HMEM block) noexcept;
 FOM_API void MEMMANFree(HMEM block) noexcept;
 
 namespace host {
+/// Stands in records for a block that their stored form refers to and that has not been read yet: one empty
+/// block for the whole process. Freeing it does nothing; it does not count as alive.
+FOM_API HMEM UnresolvedBlock() noexcept;
 /// Blocks alive now, for leak checks.
 FOM_API std::size_t LiveMemoryBlocks() noexcept;
 }  // namespace host

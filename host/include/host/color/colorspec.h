@@ -6,6 +6,10 @@
 
 #include "host/base/export.h"
 
+namespace ColorSystem {
+class ColorContext;
+}
+
 /// Colour models by their stored numbers. 0 is no colour.
 enum class ClrModel : std::uint16_t {
     None = 0,
@@ -30,6 +34,14 @@ enum class ClrModel : std::uint16_t {
     RGB48 = 23,
     Gray24 = 24,
     Spot = 25,
+};
+
+/// A colour as documents of 12.x hold it, little-endian: model, palette type and four components, each u16 as
+/// in CLR_COLORSPEC. Ink density and identity block have no place.
+struct CLR_COLORSPEC_125X {
+    std::array<std::uint8_t, 12> bytes{};
+
+    friend bool operator==(const CLR_COLORSPEC_125X&, const CLR_COLORSPEC_125X&) = default;
 };
 
 /// One colour in one model: 32 bytes, no padding, so that it can be hashed and compared as bytes.
@@ -118,6 +130,14 @@ public:
     std::array<std::uint8_t, 6> GetHexachrome() const noexcept;
     const std::array<std::uint8_t, 16>& GetIdentity() const noexcept { return m_identity; }
     void SetIdentity(const std::array<std::uint8_t, 16>& identity) noexcept { m_identity = identity; }
+
+    /// Writes the 12.x form. With `keepLook` a colour that is more than model, palette type and components
+    /// say becomes a plain one that looks the same (docs/formats/legacy_records.md): an ink density is
+    /// multiplied into the density or thins the components, and a named palette's colour leaves its palette.
+    /// Without it, that is dropped. The model stays, so `context` is asked nothing.
+    void SaveIn12(CLR_COLORSPEC_125X& out, const ColorSystem::ColorContext& context, bool keepLook) const;
+    /// Replaces the whole colour by what any bytes say: ink density 100, no identity block.
+    void LoadFrom12(const CLR_COLORSPEC_125X& in) noexcept;
 
     /// No model, or a model number that is not known.
     bool IsInvalid() const noexcept;

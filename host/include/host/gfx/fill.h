@@ -10,6 +10,11 @@
 #include "host/gfx/lazy_record.h"
 #include "host/gfx/pattern_fills.h"
 
+namespace udi {
+class InputArchive;
+class OutputArchive;
+}  // namespace udi
+
 /// How the inside of a shape is painted. All sub-records stand side by side and keep what they hold until the
 /// record is cleared; only the one that the kind names is meaningful. The uniform one lies in the record, the
 /// others are allocated when first written (the Edit functions).
@@ -63,6 +68,15 @@ public:
     /// bitmap (a reference: its handle becomes null); the other fields stay. For every sub-record, not only
     /// the kind's own.
     void FreeMemoryAndClear() noexcept;
+
+    /// Appends the stored form (docs/formats/bodies.md): kind, GUID and the sub-record that the kind names.
+    /// Of temporary data it says only whether there is some. Throws bad_alloc, and then nothing was appended.
+    void SaveIn(udi::OutputArchive& archive) const;
+    /// Becomes what the archive's bytes describe. False when they describe no fill: nothing in them is
+    /// trusted. Blocks that follow in the stream read as host::UnresolvedBlock(), and temporary data as a
+    /// fresh empty entry: whoever reads them puts them in. Throws bad_alloc. In both cases this is as
+    /// default-constructed.
+    bool LoadFrom(udi::InputArchive& archive);
 
     const VyrUtils::Guid& GetGuid() const noexcept { return m_guid; }
     /// Never takes part in comparison.

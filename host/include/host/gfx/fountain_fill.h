@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 
@@ -30,6 +31,8 @@ struct Fields;
 /// the identity. The formulas stand in docs/formats/records.md.
 class FOM_API CGE_FOUNTAINFILL {
 public:
+    static constexpr std::size_t kMaxColors = 65535;
+
     CGE_FOUNTAINFILL() = default;
     /// Linear, no colours, angle, offsets, padding and steps 0, blend rate method 0 at value 50, pad,
     /// isotropic, identity matrix, default screen: the state after construction.

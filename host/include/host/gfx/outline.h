@@ -17,6 +17,11 @@
 #include "host/gfx/variable_attribute.h"
 #include "host/gfx/wideline.h"
 
+namespace udi {
+class InputArchive;
+class OutputArchive;
+}  // namespace udi
+
 namespace host::detail {
 template <class Record>
 struct Fields;
@@ -88,6 +93,14 @@ public:
     /// Maps the plane in which the stroke is drawn to the page.
     const MATRIX& GetProjectMatrix() const noexcept;
     void SetProjectMatrix(const MATRIX& matrix);
+
+    /// Appends the stored form (docs/formats/bodies.md); of an arrowhead the number of its block. Throws
+    /// bad_alloc, and then nothing was appended.
+    void SaveIn(udi::OutputArchive& archive) const;
+    /// Becomes what the archive's bytes describe. False when they describe no outline: nothing in them is
+    /// trusted. Arrowheads that follow in the stream read as host::UnresolvedBlock(): whoever reads them puts
+    /// them in. Throws bad_alloc. In both cases this is as default-constructed.
+    bool LoadFrom(udi::InputArchive& archive);
 
     /// A total exact order over every field but the GUID: whole numbers by value; doubles and the screen by
     /// their bytes; the colour as WClrConvert::CompareColors, then its identity block; arrowheads by the

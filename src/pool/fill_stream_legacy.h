@@ -1,0 +1,35 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "fom/legacy_records.h"
+#include "fom/serialization.h"
+
+#include "pool/external_data.h"
+
+namespace VyrFOM {
+
+/// The record in an old form, which has a kind that the form does not know and nothing else then.
+template <class Legacy>
+Legacy ToLegacy(const CGE_FILL& fill, udi::PtrRemapper& remapper) {
+    Legacy legacy;
+    auto& source = const_cast<CGE_FILL&>(fill);  // only read in this direction
+    FOMIO12Conv::ConvertCGE_FILL(false, source, legacy, FOMSerialization::GetColorContext(), remapper);
+    legacy.bytes.resize(FOMIO12Conv::GetFillSize(legacy));
+    return legacy;
+}
+
+/// The record out of an old form, then what follows it in the stream. The hatch lines are moved out of it:
+/// they may be many.
+template <class Legacy>
+CGE_FILL FromLegacy(AbstractFileStream& stream, Legacy& legacy, udi::PtrRemapper& remapper) {
+    CGE_FILL fill;
+    std::vector<CGE_HATCHLINE> lines = std::exchange(legacy.lines, {});
+    FOMIO12Conv::ConvertCGE_FILL(true, fill, legacy, FOMSerialization::GetColorContext(), remapper);
+    if (fill.GetType() == FillHatch) fill.EditHatch().lines = std::move(lines);
+    ReadExternalData(stream, fill);
+    return fill;
+}
+
+}  // namespace VyrFOM

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <random>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+#include "host/color/context.h"
+#include "host/stream/ptr_remapper.h"
+
+/// Bytes and numbers of pointers for the tests of legacy records.
+namespace legacy_test {
+
+/// Two digits a byte; blanks do not count, and "*n" after a byte says how often it stands there in all.
+inline std::vector<std::uint8_t> FromHex(std::string_view text) {
+    const std::string_view digits = "0123456789ABCDEF";
+    std::vector<std::uint8_t> bytes;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '*') {
+            std::size_t count = 0;
+            for (; i + 1 < text.size() && text[i + 1] >= '0' && text[i + 1] <= '9'; ++i)
+                count = count * 10 + static_cast<std::size_t>(text[i + 1] - '0');
+            bytes.resize(bytes.size() + count - 1, bytes.back());
+        } else if (text[i] != ' ') {
+            bytes.push_back(static_cast<std::uint8_t>(digits.find(text[i]) * 16 + digits.find(text[i + 1])));
+            ++i;
+        }
+    }
+    return bytes;
+}
+
+template <class Bytes>
+void FillRandom(Bytes& bytes, std::mt19937& random) {
+    for (std::uint8_t& byte : bytes)
+        byte = static_cast<std::uint8_t>(random() % 4 == 0 ? 0 : random());
+}
+
+/// Knows the pointers that a test gives it, by number and kind; all others have the number 99. After
+/// `throwAfter` questions it throws.
+class FakeRemapper : public udi::PtrRemapper {
+public:
+    struct Refused : std::runtime_error {
+        Refused() : runtime_error("refused") {}
+    };
+    std::map<std::pair<std::uint32_t, int>, void*> known;
+    void* unknownBlock = nullptr;
+    int throwAfter = -1;
+
+    std::uint32_t MapPtr(const void* object, int kind) override {
+        Ask();
+        for (const auto& [key, pointer] : known)
+            if (pointer == object && key.second == kind) return key.first;
+        return object ? 99 : 0;
+    }
+    void* UnmapPtr(std::uint32_t id, int kind) override {
+        Ask();
+        const auto found = known.find({id, kind});
+        if (found != known.end()) return found->second;
+        return id != 0 && kind == udi::kPtrBlock ? unknownBlock : nullptr;
+    }
+
+private:
+    void Ask() {
+        if (throwAfter >= 0 && throwAfter-- == 0) throw Refused();
+    }
+};
+
+}  // namespace legacy_test
