@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "pool/md5.h"
+#include "host/base/md5.h"
+
 #include "ratio.h"
 
 namespace {
@@ -20,7 +21,7 @@ std::vector<unsigned char> Bytes(const benchmark::State& state) {
 void Ours(benchmark::State& state) {
     const std::vector<unsigned char> bytes = Bytes(state);
     for (auto _ : state) {
-        VyrFOM::Md5 md5;
+        host::Md5 md5;
         md5.Update(bytes.data(), bytes.size());
         benchmark::DoNotOptimize(md5.Finish());
     }

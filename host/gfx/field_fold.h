@@ -177,6 +177,8 @@ public:
     void operator()(const VyrUtils::Guid&) noexcept {}
 
 private:
+    static constexpr std::size_t kRoom = 256;
+
     template <class T, class Member>
     using FieldOf = std::remove_cvref_t<decltype(std::declval<const T&>().*std::declval<Member>())>;
 
@@ -214,15 +216,15 @@ private:
     }
     template <std::size_t kSize>
     void MakeRoom() noexcept {
-        static_assert(kSize <= sizeof m_gathered);
-        if (sizeof m_gathered - m_used >= kSize) return;
+        static_assert(kSize <= kRoom);
+        if (kRoom - m_used >= kSize) return;
         HashBytes(m_hasher, m_gathered, m_used);
         m_used = 0;
     }
 
     Hasher& m_hasher;
     std::size_t m_used = 0;
-    unsigned char m_gathered[256];  // not cleared: what is used is written first
+    unsigned char m_gathered[kRoom];  // not cleared: what is used is written first
 };
 
 }  // namespace host::detail

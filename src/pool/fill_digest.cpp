@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kPiece = 16384;
 
-void AddTile(Md5& md5, const RIMAGE::Tile& tile, unsigned bitsPerPixel) noexcept {
+void AddTile(host::Md5& md5, const RIMAGE::Tile& tile, unsigned bitsPerPixel) noexcept {
     const auto width = static_cast<std::size_t>(tile.bounds.right - tile.bounds.left);
     const auto height = static_cast<std::size_t>(tile.bounds.bottom - tile.bounds.top);
     // Bits beyond the last whole byte of a row do not take part.
@@ -25,23 +25,23 @@ void AddTile(Md5& md5, const RIMAGE::Tile& tile, unsigned bitsPerPixel) noexcept
 
 }  // namespace
 
-Md5::Digest DigestOfTmpFile(unsigned id) {
+host::Md5::Digest DigestOfTmpFile(unsigned id) {
     const std::unique_ptr<TmpStream> stream = id != 0 ? TMPOpenTmpFile(id) : nullptr;
     if (!stream) return {};
-    Md5 md5;
+    host::Md5 md5;
     std::array<std::byte, kPiece> piece;
     while (const std::size_t size = stream->Read(piece.data(), piece.size()))
         md5.Update(piece.data(), size);
     return md5.Finish();
 }
 
-Md5::Digest DigestOfTmpImage(unsigned id) {
+host::Md5::Digest DigestOfTmpImage(unsigned id) {
     const RIMAGE* image = id != 0 ? UDIIMGGetBaseImage(UDIIMGFromTmpFile(id)) : nullptr;
-    return image ? DigestOfImage(*image) : Md5::Digest{};
+    return image ? DigestOfImage(*image) : host::Md5::Digest{};
 }
 
-Md5::Digest DigestOfImage(const RIMAGE& image) noexcept {
-    Md5 md5;
+host::Md5::Digest DigestOfImage(const RIMAGE& image) noexcept {
+    host::Md5 md5;
     RIPTileParser parser(image);
     while (const std::optional<RIMAGE::Tile> tile = parser.Next())
         AddTile(md5, *tile, image.GetPlanes() * image.GetBitsPerPlane());

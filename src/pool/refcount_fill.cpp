@@ -90,7 +90,7 @@ void WRefCountFill::CalculateDigestKey() {
     const CGE_PATTERNFILL* pattern = m_hasRecord ? GetCGEFill()->Pattern() : nullptr;
     if (m_digest || !pattern) return;
     const bool isVector = GetFillType() == FillVector;
-    const VyrFOM::Md5::Digest digest =
+    const host::Md5::Digest digest =
         isVector ? VyrFOM::DigestOfTmpFile(pattern->tmpFile) : VyrFOM::DigestOfTmpImage(pattern->tmpFile);
     m_digest.reset(NewDigestKey(digest.data()));
 }

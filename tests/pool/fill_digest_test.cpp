@@ -12,11 +12,11 @@
 
 namespace {
 
-using Digest = VyrFOM::Md5::Digest;
+using Digest = host::Md5::Digest;
 using Bytes = std::vector<std::uint8_t>;
 
 Digest DigestOf(const Bytes& bytes) {
-    VyrFOM::Md5 md5;
+    host::Md5 md5;
     md5.Update(bytes.data(), bytes.size());
     return md5.Finish();
 }

@@ -1,14 +1,20 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
+
+#include "host/base/md5.h"
 
 #include "fom/fill_handle.h"
 #include "fom/fill_list.h"
 #include "fom/outline_handle.h"
 #include "fom/outline_list.h"
+
+#include "svg/omissions.h"
 
 namespace command {
 
@@ -22,8 +28,21 @@ struct ShapePaints {
     WOutlineHandle outline;
 };
 
-/// The paints of drawings as a document holds them: a pool of fills and one of outlines, and for each shape
-/// the handles of its own.
+/// Where a run of shapes comes from.
+struct SourceDrawing {
+    /// Relative, with "/" between its parts and no "..", in UTF-8; no two drawings of a document share one.
+    std::string name;
+    /// Of the file: an edited drawing is told from the one that was read.
+    std::uint64_t bytes = 0;
+    host::Md5::Digest digest{};
+    /// How many shapes it has, in the order in which svg::Document shows them.
+    std::size_t shapes = 0;
+    /// What fills and outlines could not say of it.
+    svg::Omissions omissions;
+};
+
+/// The paints of drawings as a document holds them: a pool of fills and one of outlines, for each shape the
+/// handles of its own, and the drawings that the shapes come from.
 class PaintDocument {
 public:
     PaintDocument()
@@ -37,6 +56,13 @@ public:
     void ReserveShape() {
         if (m_blocks.empty() || m_blocks.back().size() == kBlock) AddBlock();
     }
+
+    const ShapePaints& Shape(std::size_t index) const { return m_blocks[index / kBlock][index % kBlock]; }
+
+    /// In the order of their shapes, of which each has the next so many.
+    const std::vector<SourceDrawing>& Drawings() const noexcept { return m_drawings; }
+    /// For shapes that were added already.
+    void AddDrawing(SourceDrawing drawing) { m_drawings.push_back(std::move(drawing)); }
 
     /// Appends a shape without an outline; the arguments are those of its WFillHandle, which is returned.
     template <class... Arguments>
@@ -72,6 +98,7 @@ private:
     // Blocks never grow, so that handles stay where they are.
     std::vector<std::vector<ShapePaints>> m_blocks;
     std::size_t m_count = 0;
+    std::vector<SourceDrawing> m_drawings;
 };
 
 }  // namespace command

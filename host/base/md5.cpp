@@ -1,10 +1,10 @@
-#include "pool/md5.h"
+#include "host/base/md5.h"
 
 #include <bit>
 #include <cstring>
 #include <utility>
 
-namespace VyrFOM {
+namespace host {
 namespace {
 
 using State = std::array<std::uint32_t, 4>;
@@ -107,4 +107,4 @@ Md5::Digest Md5::Finish() noexcept {
     return digest;
 }
 
-}  // namespace VyrFOM
+}  // namespace host

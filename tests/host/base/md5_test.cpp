@@ -1,4 +1,4 @@
-#include "pool/md5.h"
+#include "host/base/md5.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 
 namespace {
 
-std::string Hex(const VyrFOM::Md5::Digest& digest) {
+std::string Hex(const host::Md5::Digest& digest) {
     std::string text;
     for (const std::uint8_t byte : digest) {
         char digits[3];
@@ -18,7 +18,7 @@ std::string Hex(const VyrFOM::Md5::Digest& digest) {
 }
 
 std::string DigestInPieces(const std::string& bytes, std::size_t piece) {
-    VyrFOM::Md5 md5;
+    host::Md5 md5;
     for (std::size_t at = 0; at < bytes.size(); at += piece)
         md5.Update(bytes.data() + at, std::min(piece, bytes.size() - at));
     return Hex(md5.Finish());

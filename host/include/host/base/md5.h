@@ -4,10 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace VyrFOM {
+#include "host/base/export.h"
+
+namespace host {
 
 /// MD5 (RFC 1321) of bytes that come in pieces of any size. An identity of data, not a protection.
-class Md5 {
+class FOM_API Md5 {
 public:
     using Digest = std::array<std::uint8_t, 16>;
 
@@ -23,4 +25,4 @@ private:
     std::array<std::uint8_t, kBlock> m_rest{};
 };
 
-}  // namespace VyrFOM
+}  // namespace host
