@@ -29,7 +29,7 @@ public:
     std::shared_ptr<List> FindPool() const;
 
     /// Registers the entry and refers to what the pool answers. False, nothing changed, without a pool.
-    bool Register(std::unique_ptr<Entry> entry, AbstractFileStream* stream = nullptr);
+    bool SelectAndRegister(std::unique_ptr<Entry> entry, AbstractFileStream* stream = nullptr);
     /// The same for a record.
     template <class Record>
     bool RegisterCopyOf(const Record& record);

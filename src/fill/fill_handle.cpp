@@ -31,7 +31,7 @@ WFillHandle::WFillHandle(const CGE_FILL* record, std::shared_ptr<WRCFillList> po
     if (record && !digest)
         m_entry.RegisterCopyOf(*record);
     else
-        m_entry.Register(std::make_unique<WRefCountFill>(record, digest));
+        m_entry.SelectAndRegister(std::make_unique<WRefCountFill>(record, digest));
 }
 
 WFillHandle::WFillHandle(const WFillHandle& other) : ArchiveObject(other) {

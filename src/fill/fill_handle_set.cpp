@@ -102,7 +102,7 @@ bool WFillHandle::SetTMPFileID(unsigned id) {
                                                                : TMPDuplicateTmpFile(id));
     copy->SetDigestKey(nullptr);
     copy->CalculateDigestKey();
-    return m_entry.Register(std::move(copy));
+    return m_entry.SelectAndRegister(std::move(copy));
 }
 
 bool WFillHandle::SetBoundingBox(const RECT* box) {
@@ -132,7 +132,7 @@ bool WFillHandle::SetDigestKey(long* key) {
     // A copy, since an entry without a digest computes one when it is registered, which may fail.
     std::unique_ptr<WRefCountFill> copy = m_entry.MakePrivateCopy();
     copy->SetDigestKey(taken.release());
-    return m_entry.Register(std::move(copy));
+    return m_entry.SelectAndRegister(std::move(copy));
 }
 
 bool WFillHandle::SetColorNameList(WRefCountFill::ColorNameMap* names) {

@@ -44,7 +44,7 @@ void WFillHandle::ReadFrom(AbstractFileStream& stream) {
     std::unique_ptr<ArchiveObject> object(ArchiveCreator::ReadObject(stream, factory));
     if (!object || !stream.IsGood()) return;
     std::unique_ptr<WRefCountFill> entry(static_cast<WRefCountFill*>(object.release()));
-    m_entry.Register(std::move(entry), &stream);
+    m_entry.SelectAndRegister(std::move(entry), &stream);
 }
 
 void WFillHandle::WriteMat(AbstractFileStream& stream) const noexcept {

@@ -52,13 +52,13 @@ bool WFillHandle::CreateGradientFill(ClrFountainFillType type, const CLR_COLORSP
                                      const CLR_COLORSPEC* to, unsigned steps) {
     auto entry = std::make_unique<WRefCountFill>(false);
     if (!entry->CreateGradientFill(type, from, to, steps)) return false;
-    return m_entry.Register(std::move(entry));
+    return m_entry.SelectAndRegister(std::move(entry));
 }
 
 void WFillHandle::CreateFill(CgeFillType kind, const ColorContext& context) {
     auto entry = std::make_unique<WRefCountFill>(false);
     FillWithDefaults(*entry, kind, context);
-    m_entry.Register(std::move(entry));
+    m_entry.SelectAndRegister(std::move(entry));
 }
 
 void WFillHandle::SetToNoFill() {
@@ -70,7 +70,7 @@ void WFillHandle::SetCGEFill(const CGE_FILL* record) {
     const WRefCountFill* current = Entry();
     const CGE_FILL* old = current ? current->GetCGEFill() : nullptr;
     if (old && HasSameTempFile(*old, *record))
-        m_entry.Register(std::make_unique<WRefCountFill>(record, current->GetDigestKey()));
+        m_entry.SelectAndRegister(std::make_unique<WRefCountFill>(record, current->GetDigestKey()));
     else
         m_entry.RegisterCopyOf(*record);
 }

@@ -17,7 +17,7 @@ CLR_COLORSPEC ColorOf(unsigned long rgb) noexcept {
 }  // namespace
 
 WOutlineHandle::WOutlineHandle(bool visible, WRCOutlineList* pool) : m_entry(Told(pool)) {
-    if (visible) m_entry.Register(std::make_unique<WRefCountOutline>(true));
+    if (visible) m_entry.SelectAndRegister(std::make_unique<WRefCountOutline>(true));
 }
 
 WOutlineHandle::WOutlineHandle(const CGE_OUTLINE* record, bool duplicateArrows, WRCOutlineList* pool)
@@ -25,7 +25,7 @@ WOutlineHandle::WOutlineHandle(const CGE_OUTLINE* record, bool duplicateArrows, 
     if (record && !duplicateArrows)
         m_entry.RegisterCopyOf(*record);
     else
-        m_entry.Register(std::make_unique<WRefCountOutline>(record, duplicateArrows));
+        m_entry.SelectAndRegister(std::make_unique<WRefCountOutline>(record, duplicateArrows));
 }
 
 WOutlineHandle::WOutlineHandle(WRefCountOutline* entry, WRCOutlineList* pool) : m_entry(Told(pool)) {
@@ -35,14 +35,16 @@ WOutlineHandle::WOutlineHandle(WRefCountOutline* entry, WRCOutlineList* pool) : 
 WOutlineHandle::WOutlineHandle(unsigned width, const CLR_COLORSPEC* color, const CLinePatternPreset* pattern,
                                unsigned leftArrow, unsigned rightArrow, WRCOutlineList* pool)
     : m_entry(Told(pool)) {
-    m_entry.Register(std::make_unique<WRefCountOutline>(width, color, pattern, leftArrow, rightArrow));
+    m_entry.SelectAndRegister(
+        std::make_unique<WRefCountOutline>(width, color, pattern, leftArrow, rightArrow));
 }
 
 WOutlineHandle::WOutlineHandle(unsigned width, unsigned long rgb, const CLinePatternPreset* pattern,
                                unsigned leftArrow, unsigned rightArrow, WRCOutlineList* pool)
     : m_entry(Told(pool)) {
     const CLR_COLORSPEC color = ColorOf(rgb);
-    m_entry.Register(std::make_unique<WRefCountOutline>(width, &color, pattern, leftArrow, rightArrow));
+    m_entry.SelectAndRegister(
+        std::make_unique<WRefCountOutline>(width, &color, pattern, leftArrow, rightArrow));
 }
 
 WOutlineHandle::WOutlineHandle(const WOutlineHandle& other) {
@@ -69,7 +71,7 @@ bool WOutlineHandle::Copy(const WOutlineHandle& other, bool copyColor, bool copy
     if (source == current || (!source && copyColor)) return true;
     std::unique_ptr<WRefCountOutline> copy = VyrFOM::CopyWhole(current ? *current : none);
     copy->Copy(source ? *source : none, copyColor, copyRest);
-    m_entry.Register(std::move(copy));
+    m_entry.SelectAndRegister(std::move(copy));
     return true;
 }
 
@@ -84,5 +86,5 @@ WRefCountOutline* WOutlineHandle::ExtractRefCountOutline() {
 void WOutlineHandle::ReadFrom(AbstractFileStream& stream) {
     auto entry = std::make_unique<WRefCountOutline>(false);
     entry->ReadFrom(stream);
-    if (stream.IsGood()) m_entry.Register(std::move(entry), &stream);
+    if (stream.IsGood()) m_entry.SelectAndRegister(std::move(entry), &stream);
 }

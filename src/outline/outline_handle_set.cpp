@@ -114,14 +114,14 @@ bool WOutlineHandle::SetRightArrowStyle(unsigned index) {
 // On a copy, since it may fail.
 bool WOutlineHandle::SetArrowStyle(bool (WRefCountOutline::*set)(unsigned), unsigned index) {
     std::unique_ptr<WRefCountOutline> copy = m_entry.MakePrivateCopy();
-    return ((*copy).*set)(index) && m_entry.Register(std::move(copy));
+    return ((*copy).*set)(index) && m_entry.SelectAndRegister(std::move(copy));
 }
 
 // On a copy, since a preset may be anybody's class, which must not be called under the pool's lock.
 void WOutlineHandle::SetLinePatternPreset(const CLinePatternPreset& preset) {
     std::unique_ptr<WRefCountOutline> copy = m_entry.MakePrivateCopy();
     copy->SetLinePatternPreset(preset);
-    m_entry.Register(std::move(copy));
+    m_entry.SelectAndRegister(std::move(copy));
 }
 
 void WOutlineHandle::SetCGEOutline(const CGE_OUTLINE* record) {

@@ -48,7 +48,8 @@ std::shared_ptr<List> PooledReference<Entry, List>::FindPool() const {
 }
 
 template <class Entry, class List>
-bool PooledReference<Entry, List>::Register(std::unique_ptr<Entry> entry, AbstractFileStream* stream) {
+bool PooledReference<Entry, List>::SelectAndRegister(std::unique_ptr<Entry> entry,
+                                                     AbstractFileStream* stream) {
     const std::shared_ptr<List> pool = FindPool();
     if (!pool) return false;
     if (IsHeldBy(pool)) {
@@ -82,13 +83,13 @@ template <class Entry, class List>
 void PooledReference<Entry, List>::Adopt(Entry* entry) {
     const std::shared_ptr<List> holder = List::GetHolder(entry);
     if (!holder) {
-        Register(std::unique_ptr<Entry>(entry));
+        SelectAndRegister(std::unique_ptr<Entry>(entry));
     } else if (holder == FindPool()) {
         AddHolder(entry);
         Clear();
         Hold(entry, holder);
     } else {
-        Register(CopyWhole(*entry));
+        SelectAndRegister(CopyWhole(*entry));
     }
 }
 
@@ -180,7 +181,7 @@ bool PooledReference<Entry, List>::Edit(Change&& change) {
     }
     std::unique_ptr<Entry> copy = MakePrivateCopy();
     std::forward<Change>(change)(*copy);
-    return Register(std::move(copy));
+    return SelectAndRegister(std::move(copy));
 }
 
 template <class Entry, class List>

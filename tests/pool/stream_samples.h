@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <memory>
 #include <span>
@@ -28,7 +27,7 @@ using Version = std::optional<std::uint32_t>;
 
 inline HMEM BlockOf(std::string_view bytes) {
     const HMEM block = MEMMANAlloc(bytes.size(), false);
-    std::memcpy(MEMMANLock(block), bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), static_cast<char*>(MEMMANLock(block)));
     MEMMANUnlock(block);
     return block;
 }
@@ -36,6 +35,8 @@ inline HMEM BlockOf(std::string_view bytes) {
 /// Registered before any test counts blocks: arrowheads stay as long as the process.
 inline const HMEM kArrow = SUDIRegisterArrow(BlockOf("arrow"));
 inline const HMEM kOtherArrow = SUDIRegisterArrow(BlockOf("other arrow"));
+/// What a size that is cut off reads as.
+inline const HMEM kEmptyArrow = SUDIRegisterArrow(BlockOf(""));
 
 inline CGE_OUTLINE OutlineSample() {
     CGE_OUTLINE outline;
