@@ -17,11 +17,12 @@ struct Row {
     std::string label;
     std::string ours;   ///< name of a benchmark, arguments included: "HitPool/100"
     std::string rival;  ///< the same
-    double reach;       ///< the ratio to reach
+    double reach;       ///< the ratio to reach; 0 when none is set
     /// Cost: our time to the rival's, at most `reach`. Throughput: the rival's time to ours, at least
     /// `reach`.
     enum Measure { Cost, Throughput } measure = Cost;
-    double operations = 1;  ///< what one iteration does, for the times that are shown
+    double operations = 1;       ///< what one iteration does, for the times that are shown
+    double rivalOperations = 0;  ///< the same of the rival, where it is another number
 };
 
 /// Keeps the times of every benchmark: of the repetitions the fastest decides, which other jobs of the
@@ -39,15 +40,16 @@ public:
     }
     void Print(const Row& row) const {
         const Times ours = Of(row.ours, row.operations);
-        const Times rival = Of(row.rival, row.operations);
+        const Times rival = Of(row.rival, row.rivalOperations != 0 ? row.rivalOperations : row.operations);
         if (ours.least == 0 || rival.least == 0) return;
         const bool isCost = row.measure == Row::Cost;
         const double ratio = isCost ? ours.least / rival.least : rival.least / ours.least;
         const double median = isCost ? ours.median / rival.median : rival.median / ours.median;
         const bool reached = isCost ? ratio <= row.reach : ratio >= row.reach;
-        std::printf("%-44s %10.1f ns vs %10.1f ns  ratio %.3f (median %.3f)  reach %.2f  %s\n",
-                    row.label.c_str(), ours.least, rival.least, ratio, median, row.reach,
-                    reached ? "reached" : "missed");
+        std::printf("%-44s %10.1f ns vs %10.1f ns  ratio %.3f (median %.3f)", row.label.c_str(), ours.least,
+                    rival.least, ratio, median);
+        if (row.reach != 0) std::printf("  reach %.2f  %s", row.reach, reached ? "reached" : "missed");
+        std::printf("\n");
     }
 
 private:

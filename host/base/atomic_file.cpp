@@ -48,11 +48,9 @@ private:
     bool m_armed = false;
 };
 
-std::error_code WriteAndFlush(const detail::OsFile& file, std::span<const std::byte> bytes) noexcept {
-    std::error_code code;
-    file.WriteAt(0, bytes, code);
-    if (!code) file.Flush(code);
-    return code;
+/// Of the generic category, which no call of the system answers with.
+std::error_code NotRegular() noexcept {
+    return std::make_error_code(std::errc::invalid_argument);
 }
 
 bool IsOfProcesses(const fs::path& folder) {
@@ -67,7 +65,7 @@ std::optional<fs::path> FollowLinks(fs::path path, std::error_code& code) {
         code = std::make_error_code(std::errc::too_many_symbolic_link_levels);
         if (links == kMostLinks) return std::nullopt;
         const fs::path folder = fs::canonical(path.has_parent_path() ? path.parent_path() : ".", code);
-        if (!code && IsOfProcesses(folder)) code = std::make_error_code(std::errc::invalid_argument);
+        if (!code && IsOfProcesses(folder)) code = NotRegular();
         if (!code) path = folder / fs::read_symlink(path, code);
         if (code == std::errc::not_enough_memory) throw std::bad_alloc();
         if (code) return std::nullopt;
@@ -77,29 +75,75 @@ std::optional<fs::path> FollowLinks(fs::path path, std::error_code& code) {
 
 }  // namespace
 
-bool SaveAtomically(const fs::path& path, std::span<const std::byte> bytes, Error& error) {
-    std::error_code code;
-    const std::optional<fs::path> target = FollowLinks(path, code);
-    if (!target) {
-        return code == std::errc::invalid_argument ? Fail(error, path, 0, "not a regular file")
-                                                   : Fail(error, path, 0, code);
+class AtomicFile::Impl {
+public:
+    explicit Impl(const fs::path& path) : m_path(path) {
+        const std::optional<fs::path> target = FollowLinks(path, m_code);
+        if (target) Begin(*target);
     }
-    const fs::file_status status = fs::status(*target, code);
-    if (fs::exists(status) && !fs::is_regular_file(status)) return Fail(error, path, 0, "not a regular file");
 
-    const fs::path folder = target->parent_path();  // now: once it is renamed, nothing may fail
-    StrayGuard stray(*target);
-    detail::OsFile file = detail::OsFile::CreateNew(stray.Path(), code);
-    if (!file.IsOpen()) return Fail(error, path, 0, code);
-    stray.Arm(true);
-    if (fs::exists(status)) detail::CopyPermissions(*target, stray.Path());
-    code = WriteAndFlush(file, bytes);
-    if (!file.Close() && !code) code = std::make_error_code(std::errc::io_error);
-    if (!code) fs::rename(stray.Path(), *target, code);
-    if (code) return Fail(error, path, 0, code);
-    stray.Arm(false);
-    detail::FlushFolder(folder);
-    return true;
+    bool Write(std::span<const std::byte> bytes) noexcept {
+        if (!m_code) m_size += m_file.WriteAt(m_size, bytes, m_code);
+        return !m_code;
+    }
+    std::uint64_t GetSize() const noexcept { return m_size; }
+
+    bool Commit(Error& error) {
+        if (m_stray && !m_code) m_file.Flush(m_code);
+        if (!m_file.Close() && !m_code) m_code = std::make_error_code(std::errc::io_error);
+        if (!m_code) fs::rename(m_stray->Path(), m_target, m_code);
+        if (m_code == NotRegular()) return Fail(error, m_path, 0, "not a regular file");
+        if (m_code) return Fail(error, m_path, 0, m_code);
+        m_stray->Arm(false);
+        detail::FlushFolder(m_folder);
+        m_code = std::make_error_code(std::errc::bad_file_descriptor);  // once
+        return true;
+    }
+
+private:
+    void Begin(const fs::path& target) {
+        const fs::file_status status = fs::status(target, m_code);
+        m_code.clear();
+        if (fs::exists(status) && !fs::is_regular_file(status)) {
+            m_code = NotRegular();
+            return;
+        }
+        m_target = target;
+        m_folder = target.parent_path();  // now: once it is renamed, nothing may fail
+        m_stray.emplace(target);
+        m_file = detail::OsFile::CreateNew(m_stray->Path(), m_code);
+        if (!m_file.IsOpen()) return;
+        m_stray->Arm(true);
+        if (fs::exists(status)) detail::CopyPermissions(target, m_stray->Path());
+    }
+
+    fs::path m_path, m_target, m_folder;
+    std::optional<StrayGuard> m_stray;  // removed when the file below is closed
+    detail::OsFile m_file;
+    std::uint64_t m_size = 0;
+    std::error_code m_code;  // of what failed first
+};
+
+AtomicFile::AtomicFile(const fs::path& path) : m_impl(std::make_unique<Impl>(path)) {}
+
+AtomicFile::~AtomicFile() = default;
+
+bool AtomicFile::Write(std::span<const std::byte> bytes) noexcept {
+    return m_impl->Write(bytes);
+}
+
+std::uint64_t AtomicFile::GetSize() const noexcept {
+    return m_impl->GetSize();
+}
+
+bool AtomicFile::Commit(Error& error) {
+    return m_impl->Commit(error);
+}
+
+bool SaveAtomically(const fs::path& path, std::span<const std::byte> bytes, Error& error) {
+    AtomicFile file(path);
+    file.Write(bytes);
+    return file.Commit(error);
 }
 
 std::optional<std::vector<std::byte>> ReadWholeFile(const fs::path& path, Error& error,

@@ -1,11 +1,11 @@
 #include "host/stream/file_stream.h"
 
-#include <algorithm>
 #include <cstring>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
-std::size_t AbstractFileStream::Read(void* to, std::size_t size) noexcept {
+std::size_t AbstractFileStream::ReadMore(void* to, std::size_t size) noexcept {
     if (size == 0) return 0;
     const std::size_t done = DoRead(to, size);
     if (done < size) {
@@ -22,15 +22,29 @@ std::size_t AbstractFileStream::Write(const void* from, std::size_t size) noexce
     return done;
 }
 
-std::size_t MemoryFileStream::DoRead(void* to, std::size_t size) noexcept {
-    const std::size_t step = std::min(size, m_bytes.size() - m_read);
-    if (step != 0) std::memcpy(to, m_bytes.data() + m_read, step);
-    m_read += step;
-    return step;
+MemoryFileStream::MemoryFileStream(MemoryFileStream&& other) noexcept
+    : AbstractFileStream(other), m_bytes(std::exchange(other.m_bytes, {})) {
+    other.Rewind();
+}
+
+MemoryFileStream& MemoryFileStream::operator=(MemoryFileStream&& other) noexcept {
+    if (this == &other) return *this;
+    AbstractFileStream::operator=(other);
+    m_bytes = std::exchange(other.m_bytes, {});
+    other.Rewind();
+    return *this;
+}
+
+std::size_t MemoryFileStream::DoRead(void* to, std::size_t) noexcept {
+    const std::span<const std::byte> rest = GetAhead();
+    if (!rest.empty()) std::memcpy(to, rest.data(), rest.size());
+    SetAhead(rest.last(0));
+    return rest.size();
 }
 
 std::size_t MemoryFileStream::DoWrite(const void* from, std::size_t size) noexcept {
     const auto* bytes = static_cast<const std::byte*>(from);
+    const std::size_t read = m_bytes.size() - GetAhead().size();
     try {
         m_bytes.insert(m_bytes.end(), bytes, bytes + size);
     } catch (const std::bad_alloc&) {
@@ -38,5 +52,6 @@ std::size_t MemoryFileStream::DoWrite(const void* from, std::size_t size) noexce
     } catch (const std::length_error&) {
         return 0;
     }
+    SetAhead(std::span<const std::byte>(m_bytes).subspan(read));
     return size;
 }

@@ -21,6 +21,8 @@ public:
     /// What it adds to the size of its section: the bytes that WriteTo writes, and 4 for a mono bitmap fill
     /// without a bitmap and a vector fill without data, for which nothing is written.
     std::uint32_t GetAnnouncedSize() const noexcept;
+    /// Of a kind that has none.
+    bool IsNothing() const noexcept { return GetAnnouncedSize() == 0; }
     /// What is there but cannot be read clears the good flag, and zeros stand for it. Data that is gone
     /// already, as that of a vector fill whose entry was deleted, is written as empty.
     void WriteTo(AbstractFileStream& stream);

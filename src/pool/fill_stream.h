@@ -1,13 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "host/gfx/fill.h"
 #include "host/stream/file_stream.h"
 #include "host/stream/ptr_remapper.h"
-
-#include "fom/legacy_records.h"
 
 #include "pool/external_data.h"
 #include "pool/outline_stream.h"
@@ -20,23 +20,22 @@ namespace VyrFOM {
 /// The stream record of a fill: a current section, a 12.50 one and the end.
 class FillStreamRecord {
 public:
-    /// The bitmap and the arrowheads of the fill stay alive meanwhile. Throws bad_alloc.
+    /// The fill stays alive meanwhile. Throws bad_alloc.
     FillStreamRecord(const CGE_FILL& fill, udi::PtrRemapper& remapper);
     void WriteTo(AbstractFileStream& stream);
 
 private:
-    void WriteCurrent(AbstractFileStream& stream);
-    void WriteLegacy(AbstractFileStream& stream);
+    std::uint64_t GetLinesSize() const noexcept;
     void WriteLines(AbstractFileStream& stream) const;
 
-    CgeFillType m_kind;
-    std::vector<std::uint8_t> m_body;
-    CGE_FILL_1250 m_legacy;
-    std::vector<OutlineStreamRecord> m_pens;  // of the hatch lines of m_legacy
+    std::vector<std::uint8_t> m_bytes;  // all but hatch lines and external data
+    std::size_t m_legacyAt = 0;         // where the 12.50 section begins
+    std::span<const CGE_HATCHLINE> m_lines;
+    std::vector<OutlineStreamRecord> m_pens;  // of m_lines
     ExternalData m_external;
 };
-/// The first section that is known. Throws bad_alloc.
-CGE_FILL ReadFillRecord(AbstractFileStream& stream, udi::PtrRemapper& remapper);
+/// Replaces `fill` by the first section that is known. Throws bad_alloc; what `fill` is then is not said.
+void ReadFillRecord(AbstractFileStream& stream, CGE_FILL& fill, udi::PtrRemapper& remapper);
 
 /// The record in documents before 12.50.
 class Fill1200StreamRecord {
@@ -46,7 +45,8 @@ public:
     void WriteTo(AbstractFileStream& stream, unsigned userData);
 
 private:
-    CGE_FILL_1200 m_legacy;
+    CgeFillType m_kind;
+    std::vector<std::uint8_t> m_record;
     ExternalData m_external;
 };
 /// Throws bad_alloc.

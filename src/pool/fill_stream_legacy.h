@@ -10,16 +10,6 @@
 
 namespace VyrFOM {
 
-/// The record in an old form, which has a kind that the form does not know and nothing else then.
-template <class Legacy>
-Legacy ToLegacy(const CGE_FILL& fill, udi::PtrRemapper& remapper) {
-    Legacy legacy;
-    auto& source = const_cast<CGE_FILL&>(fill);  // only read in this direction
-    FOMIO12Conv::ConvertCGE_FILL(false, source, legacy, FOMSerialization::GetColorContext(), remapper);
-    legacy.bytes.resize(FOMIO12Conv::GetFillSize(legacy));
-    return legacy;
-}
-
 /// The record out of an old form, then what follows it in the stream. The hatch lines are moved out of it:
 /// they may be many.
 template <class Legacy>

@@ -77,11 +77,11 @@ bool SaysWhatFollows(CgeFillType kind) noexcept {
 /// Goes through the sections of one record.
 class FillReader {
 public:
-    FillReader(AbstractFileStream& stream, udi::PtrRemapper& remapper) noexcept
-        : m_stream(stream), m_remapper(remapper) {}
+    FillReader(AbstractFileStream& stream, CGE_FILL& fill, udi::PtrRemapper& remapper) noexcept
+        : m_stream(stream), m_fill(fill), m_remapper(remapper) {}
 
     // Ends also when the stream does: a tag that is not there reads as the end's.
-    CGE_FILL Read() {
+    void Read() {
         for (;;) {
             const auto [tag, size] = ReadWords(m_stream);
             if (tag == kEndTag) break;
@@ -90,29 +90,38 @@ public:
             else
                 SkipBytes(m_stream, size);
         }
+        if (!m_taken) m_fill = CGE_FILL();
         FindArrows(m_fill, {});
-        return std::move(m_fill);
     }
 
 private:
     void ReadSection(std::uint32_t tag, std::uint32_t size) {
         const auto [kind, length] = ReadWords(m_stream);
+        if (length == 0 && !m_taken) m_fill = CGE_FILL();
         if (length != 0 && tag == kCurrentTag) ReadCurrent(size, kind, length);
         if (length != 0 && tag == kLegacyTag) ReadLegacy(KnownFillKind(kind), length);
         m_taken = true;
     }
 
     void ReadCurrent(std::uint32_t size, std::uint32_t stored, std::uint32_t length) {
-        const CgeFillType kind = KnownFillKind(stored);
-        CGE_FILL fill;
-        const bool whole = LoadBody(fill, ReadBytes(m_stream, length), m_remapper);
-        if (!whole || fill.GetType() != kind) {
-            if (!whole || kind == stored) m_stream.SetGood(false);
-            return SkipExternalData(m_stream, kind, size > std::uint64_t{kSectionHead} + length + 4);
+        if (m_taken) {
+            CGE_FILL dropped;
+            if (LoadCurrent(dropped, size, stored, length))
+                SkipExternalData(m_stream, dropped.GetType(), NamesExternalData(dropped));
+        } else if (LoadCurrent(m_fill, size, stored, length)) {
+            ReadExternalData(m_stream, m_fill);
         }
-        if (m_taken) return SkipExternalData(m_stream, kind, NamesExternalData(fill));
-        ReadExternalData(m_stream, fill);
-        m_fill = std::move(fill);
+    }
+
+    /// False when there is no such fill; what follows the body is passed then.
+    bool LoadCurrent(CGE_FILL& fill, std::uint32_t size, std::uint32_t stored, std::uint32_t length) {
+        const CgeFillType kind = KnownFillKind(stored);
+        const bool whole = LoadBody(fill, ReadBytes(m_stream, length), m_remapper);
+        if (whole && fill.GetType() == kind) return true;
+        if (!whole || kind == stored) m_stream.SetGood(false);
+        fill = CGE_FILL();
+        SkipExternalData(m_stream, kind, size > std::uint64_t{kSectionHead} + length + 4);
+        return false;
     }
 
     void ReadLegacy(CgeFillType kind, std::uint32_t length) {
@@ -134,15 +143,15 @@ private:
     }
 
     AbstractFileStream& m_stream;
-    CGE_FILL m_fill;
+    CGE_FILL& m_fill;
     udi::PtrRemapper& m_remapper;
     bool m_taken = false;  // a section was read: later ones are only read past
 };
 
 }  // namespace
 
-CGE_FILL ReadFillRecord(AbstractFileStream& stream, udi::PtrRemapper& remapper) {
-    return FillReader(stream, remapper).Read();
+void ReadFillRecord(AbstractFileStream& stream, CGE_FILL& fill, udi::PtrRemapper& remapper) {
+    FillReader(stream, fill, remapper).Read();
 }
 
 CGE_FILL ReadFill1200(AbstractFileStream& stream, unsigned& userData, udi::PtrRemapper& remapper) {
@@ -160,8 +169,10 @@ CGE_FILL ReadFill1200(AbstractFileStream& stream, unsigned& userData, udi::PtrRe
 void FOMFillSerialization::ReadFrom(AbstractFileStream& stream, CGE_FILL*& record,
                                     udi::PtrRemapper& remapper) {
     if (!record) record = new CGE_FILL;
-    record->FreeMemoryAndClear();
-    record->Clear();
-    CGE_FILL read = VyrFOM::ReadFillRecord(stream, remapper);
-    *record = std::move(read);
+    try {
+        VyrFOM::ReadFillRecord(stream, *record, remapper);
+    } catch (...) {
+        *record = CGE_FILL();
+        throw;
+    }
 }

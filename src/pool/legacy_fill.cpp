@@ -1,3 +1,5 @@
+#include "pool/legacy_fill.h"
+
 #include <new>
 #include <utility>
 
@@ -180,15 +182,14 @@ std::uint32_t RecordSize(CgeFillType kind, std::uint32_t colors) noexcept {
 template <unsigned kVersion>
 void Write(const CGE_FILL& fill, CGE_FILL_LEGACY<kVersion>& legacy, const ColorContext& context,
            udi::PtrRemapper& remapper) {
-    const std::uint32_t size = RecordSize<kVersion>(fill.GetType(), fill.Fountain().GetNumColors());
+    const std::uint32_t size = VyrFOM::GetLegacyFillSize<kVersion>(fill);
     if (size == legacy.kHeaderSize) return;
     legacy.bytes.assign(size, 0);
-    legacy.SetType(fill.GetType());
     if (fill.GetType() == FillHatch)
         legacy.lines = fill.Hatch().lines;
     else
         legacy.lines.clear();
-    WriteFields<kVersion>(fill, LegacyWriter(Body<kVersion>(legacy.bytes), context, remapper));
+    VyrFOM::WriteLegacyFill<kVersion>(legacy.bytes, fill, context, remapper);
 }
 
 template <unsigned kVersion>
@@ -219,6 +220,25 @@ std::uint32_t SizeOf(const CGE_FILL_LEGACY<kVersion>& legacy) noexcept {
 }
 
 }  // namespace
+
+template <unsigned kVersion>
+std::uint32_t VyrFOM::GetLegacyFillSize(const CGE_FILL& fill) noexcept {
+    return RecordSize<kVersion>(fill.GetType(), fill.Fountain().GetNumColors());
+}
+template std::uint32_t VyrFOM::GetLegacyFillSize<1200>(const CGE_FILL&) noexcept;
+template std::uint32_t VyrFOM::GetLegacyFillSize<1250>(const CGE_FILL&) noexcept;
+
+template <unsigned kVersion>
+void VyrFOM::WriteLegacyFill(std::span<std::uint8_t> bytes, const CGE_FILL& fill, const ColorContext& context,
+                             udi::PtrRemapper& remapper) {
+    host::StoreLittle(bytes.data(), std::uint16_t{fill.GetType()});
+    if (fill.GetType() > CGE_FILL_LEGACY<kVersion>::kLastKind) return;
+    WriteFields<kVersion>(fill, LegacyWriter(Body<kVersion>(bytes), context, remapper));
+}
+template void VyrFOM::WriteLegacyFill<1200>(std::span<std::uint8_t>, const CGE_FILL&, const ColorContext&,
+                                            udi::PtrRemapper&);
+template void VyrFOM::WriteLegacyFill<1250>(std::span<std::uint8_t>, const CGE_FILL&, const ColorContext&,
+                                            udi::PtrRemapper&);
 
 bool FOMIO12Conv::ConvertCGE_FILL(bool toCurrent, CGE_FILL& fill, CGE_FILL_1200& legacy,
                                   const ColorContext& context, udi::PtrRemapper& remapper) {

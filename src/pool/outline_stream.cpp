@@ -1,5 +1,6 @@
 #include "pool/outline_stream.h"
 
+#include "host/base/little_endian.h"
 #include "host/gfx/arrowhead.h"
 #include "host/stream/archive.h"
 
@@ -38,18 +39,25 @@ void ReadArrows(AbstractFileStream& stream, CGE_OUTLINE& outline, EmptyArrow emp
 }  // namespace
 
 OutlineStreamRecord::OutlineStreamRecord(const CGE_OUTLINE& outline, udi::PtrRemapper& remapper)
-    : m_body(BodyOf(outline, remapper)), m_leftArrow(outline.leftArrow), m_rightArrow(outline.rightArrow) {}
+    : m_leftArrow(outline.leftArrow), m_rightArrow(outline.rightArrow) {
+    BodyArchive archive(remapper);
+    std::vector<std::uint8_t>& bytes = archive.Bytes();
+    constexpr std::size_t kLength = sizeof(std::uint32_t);
+    bytes.resize(kLength);
+    outline.SaveIn(archive.Get());
+    host::StoreLittle(bytes.data(), static_cast<std::uint32_t>(bytes.size() - kLength));
+    m_bytes.swap(bytes);
+}
 
 std::uint32_t OutlineStreamRecord::GetSize() const noexcept {
-    auto size = static_cast<std::uint32_t>(m_body.size()) + 4;
+    auto size = static_cast<std::uint32_t>(m_bytes.size());
     for (const HMEM arrow : {m_leftArrow, m_rightArrow})
         if (arrow) size += StoredSize(arrow) + 4;
     return size;
 }
 
 void OutlineStreamRecord::WriteTo(AbstractFileStream& stream) const noexcept {
-    WriteWords(stream, {static_cast<std::uint32_t>(m_body.size())});
-    WriteBytes(stream, m_body);
+    WriteBytes(stream, m_bytes);
     for (const HMEM arrow : {m_leftArrow, m_rightArrow})
         if (arrow) WriteBlock(stream, arrow);
 }

@@ -19,9 +19,11 @@ public:
     /// Bytes that WriteTo writes.
     std::uint32_t GetSize() const noexcept;
     void WriteTo(AbstractFileStream& stream) const noexcept;
+    /// For one of many.
+    void DropSpareRoom() { m_bytes.shrink_to_fit(); }
 
 private:
-    std::vector<std::uint8_t> m_body;
+    std::vector<std::uint8_t> m_bytes;  // length and body
     HMEM m_leftArrow;
     HMEM m_rightArrow;
 };

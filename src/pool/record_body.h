@@ -1,8 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "host/stream/archive.h"
@@ -13,14 +13,22 @@
 
 namespace VyrFOM {
 
-/// What the record's archive holds. Throws bad_alloc.
-template <class Record>
-std::vector<std::uint8_t> BodyOf(const Record& record, udi::PtrRemapper& remapper) {
-    MemoryFileStream nowhere;
-    udi::OutputArchive archive(nowhere, remapper, FOMSerialization::GetColorContext());
-    record.SaveIn(archive);
-    return std::move(archive.GetBytes());
-}
+/// An archive whose bytes are taken out of it; records may append to them, and more may be put around.
+class BodyArchive {
+public:
+    explicit BodyArchive(udi::PtrRemapper& remapper)
+        : m_archive(m_nowhere, remapper, FOMSerialization::GetColorContext()) {
+        constexpr std::size_t kUsualSize = 512;
+        m_archive.GetBytes().reserve(kUsualSize);
+    }
+
+    udi::OutputArchive& Get() noexcept { return m_archive; }
+    std::vector<std::uint8_t>& Bytes() noexcept { return m_archive.GetBytes(); }
+
+private:
+    MemoryFileStream m_nowhere;
+    udi::OutputArchive m_archive;
+};
 
 /// False for what is no body of such a record. Throws bad_alloc.
 template <class Record>

@@ -38,7 +38,7 @@ void WRefCountFill::ReadFrom(AbstractFileStream& stream, udi::PersistentPtrRemap
         record = ReadVersion1200(stream, userData, remapper);
     } else {
         userData = VyrFOM::ReadWord(stream);
-        record = VyrFOM::ReadFillRecord(stream, remapper);
+        VyrFOM::ReadFillRecord(stream, record, remapper);
     }
     DeallocateMemory();
     InstallRecord(std::move(record));

@@ -28,9 +28,14 @@ std::uint32_t WordAt(std::span<const std::uint8_t> bytes, std::size_t at) noexce
 }
 
 std::vector<std::uint8_t> ReadBytes(AbstractFileStream& stream, std::uint32_t size) {
+    const auto rest = stream.GetRemaining();
+    if (rest.value_or(0) >= size && size <= kPieceSize) {
+        std::vector<std::uint8_t> bytes(size);
+        bytes.resize(stream.Read(bytes.data(), size));
+        return bytes;
+    }
     std::vector<std::uint8_t> bytes;
-    if (const auto rest = stream.GetRemaining())
-        bytes.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(*rest, size)));
+    if (rest) bytes.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(*rest, size)));
     for (std::size_t at = 0, step = 0; at < size; at += step) {
         step = std::min<std::size_t>(kPieceSize, size - at);
         bytes.resize(at + step);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 
+#include "fom/fill_list.h"
 #include "fom/serialization.h"
 
 #include "pool/stream_samples.h"
@@ -43,9 +44,11 @@ protected:
             entries.push_back(std::move(stored));
         return entries;
     }
+    static bool IsFill(const Stored& stored) {
+        return std::string_view(stored.entry->getClassName()) == "WRefCountFill";
+    }
     static std::unique_ptr<ArchiveObject> Empty(const Stored& stored) {
-        if (std::string_view(stored.entry->getClassName()) == "WRefCountFill")
-            return std::make_unique<WRefCountFill>(true);
+        if (IsFill(stored)) return std::make_unique<WRefCountFill>(true);
         return std::make_unique<WRefCountOutline>(true);
     }
 
@@ -162,6 +165,52 @@ TEST_F(HostileStream, AnyNumberMayBeHuge) {
             1);
 }
 
+TEST_F(HostileStream, AnyByteMayBeAnyKind) {
+    for (std::uint8_t kind = FillNone; kind <= FillHatch + 1; ++kind)
+        ReadEach([kind](Bytes& bytes, std::size_t at) { bytes[at] = std::byte{kind}; }, 1);
+}
+
+TEST_F(HostileStream, WhatFollowsTheRecordIsLeftAlone) {
+    for (const Stored& stored : StoredEntries())
+        for (const Bytes& more : {Bytes(40, std::byte{0xFF}), stored.bytes}) {
+            SCOPED_TRACE(stored.name);
+            Bytes bytes = stored.bytes;
+            bytes.insert(bytes.end(), more.begin(), more.end());
+            MemoryFileStream stream = StreamOf(bytes, stored.version);
+            Empty(stored)->ReadFrom(stream);
+            EXPECT_TRUE(stream.IsGood());
+            EXPECT_EQ(stream.GetRemaining(), more.size());
+        }
+}
+
+TEST_F(HostileStream, EntriesOfThePoolStayAsTheyAre) {
+    const auto pool = std::make_shared<WRCFillList>();
+    const auto pooled = [&](const Stored& stored, const Bytes& bytes) {
+        MemoryFileStream stream = StreamOf(bytes, stored.version);
+        auto entry = std::make_unique<WRefCountFill>(true);
+        entry->ReadFrom(stream);
+        const WRefCountFill* survivor = pool->AddOrGetDuplicate(entry.release(), &stream);
+        FOMGREndLoad(stream);
+        return survivor;
+    };
+    std::vector<Stored> fills = StoredEntries();
+    std::erase_if(fills, [](const Stored& stored) { return !IsFill(stored); });
+    std::map<const WRefCountFill*, Bytes> kept;
+    for (const Stored& stored : fills) {
+        const WRefCountFill* const entry = pooled(stored, stored.bytes);
+        kept.emplace(entry, Written(*entry));
+    }
+    for (const Stored& stored : fills)
+        for (std::size_t at = 0; at < stored.bytes.size(); ++at) {
+            Bytes bytes = stored.bytes;
+            bytes[at] ^= static_cast<std::byte>(1 << at % 8);
+            pool->RemoveInstance(pooled(stored, bytes));
+        }
+    EXPECT_EQ(pool->GetCount(), kept.size());
+    for (const auto& [entry, bytes] : kept)
+        EXPECT_EQ(Written(*entry), bytes);
+}
+
 TEST_F(StreamFaults, ManyThingsTakeNoMoreThanTheirBytesAllow) {
     constexpr std::size_t kMany = 20000;
     std::vector<CGE_FILL> fills;
@@ -189,9 +238,8 @@ TEST_F(StreamFaults, AnEntryKeepsWhatItHasWhenMemoryRunsOut) {
     for (const Stored& stored : StoredEntries()) {
         SCOPED_TRACE(stored.name);
         const CGE_FILL vector = VectorSample("kept");
-        const bool isFill = std::string_view(stored.entry->getClassName()) == "WRefCountFill";
         const std::unique_ptr<ArchiveObject> entry =
-            isFill ? std::make_unique<WRefCountFill>(&vector) : Empty(stored);
+            IsFill(stored) ? std::make_unique<WRefCountFill>(&vector) : Empty(stored);
         Bytes before = Written(*entry);
         bool threw = false;
         const auto read = [&] {
@@ -203,7 +251,7 @@ TEST_F(StreamFaults, AnEntryKeepsWhatItHasWhenMemoryRunsOut) {
         const std::size_t failed = testing_support::FailEachAllocation(read, [&] {
             EXPECT_TRUE(!threw || Written(*entry) == before);
             FOMMonoBmpMgr::GetInst()->FreeAllBitmaps();
-            if (isFill) static_cast<WRefCountFill&>(*entry).Copy(WRefCountFill(&vector));
+            if (IsFill(stored)) static_cast<WRefCountFill&>(*entry).Copy(WRefCountFill(&vector));
             before = Written(*entry);
         });
         EXPECT_GT(failed, 0u);

@@ -36,7 +36,9 @@ void Console::Fail(const host::Error& error) {
     m_err << "fom: ";
     if (!error.what.empty()) m_err << OneLine(error.what) << ':';
     if (error.line != 0) m_err << error.line << ':';
-    m_err << (error.what.empty() ? "" : " ") << OneLine(error.reason) << '\n';
+    if (!error.what.empty()) m_err << ' ';
+    if (error.line == 0 && error.offset != 0) m_err << "byte " << error.offset << ": ";
+    m_err << OneLine(error.reason) << '\n';
 }
 
 void Console::ShowProgress(std::string_view what, std::size_t done, std::size_t total) {

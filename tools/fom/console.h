@@ -20,7 +20,8 @@ public:
     std::ostream& Err() noexcept { return m_err; }
     /// Sees to it that results have left this process. False, after saying so, when some were lost.
     bool Deliver();
-    /// One line: the place, as far as it is known, and the reason.
+    /// One line: the place (file and line, or byte where there are no lines), as far as it is known, and the
+    /// reason.
     void Fail(const host::Error& error);
     void ShowProgress(std::string_view what, std::size_t done, std::size_t total);
     void EndProgress();

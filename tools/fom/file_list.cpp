@@ -7,6 +7,7 @@
 
 #include "host/base/wstring.h"
 
+#include "fom/drawing_name.h"
 #include "fom/file_identity.h"
 #include "fom/path_text.h"
 
@@ -42,7 +43,7 @@ private:
         if (status.type() == fs::file_type::not_found) return Fail(path, "no such file or folder");
         if (status.type() == fs::file_type::none) return Fail(path, unknown.message());
         if (fs::is_directory(status)) return AddFolder(path);
-        if (IsNew(path)) m_list.files.push_back(path);
+        if (IsNew(path)) Add(path, path.filename());
     }
 
     void AddFolder(const fs::path& folder) {
@@ -61,7 +62,13 @@ private:
                          [this](const fs::path& path) { return IsNew(path); });
         }
         std::sort(found.begin(), found.end());
-        m_list.files.insert(m_list.files.end(), found.begin(), found.end());
+        for (const fs::path& path : found)
+            Add(path, path.lexically_relative(folder));
+    }
+
+    void Add(const fs::path& path, const fs::path& name) {
+        m_list.files.push_back(path);
+        m_list.names.push_back(ToDrawingName(name));
     }
 
     void Collect(const fs::path& top) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "host/base/error.h"
@@ -12,6 +13,8 @@ struct FileList {
     /// In the order of the command line, those of a folder by their paths. Each file once, whatever leads to
     /// it.
     std::vector<std::filesystem::path> files;
+    /// Of each file, as documents call it: below its folder, or the file's own name.
+    std::vector<std::string> names;
     /// What could not be looked at, and folders without drawings.
     std::vector<host::Error> errors;
     /// Drawings in folders that are compressed and therefore left out.

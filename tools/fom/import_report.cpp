@@ -1,28 +1,14 @@
 #include "fom/import_report.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <utility>
 #include <vector>
 
 #include "fom/grouped.h"
+#include "fom/report_rows.h"
 
 namespace command {
 namespace {
-
-std::string Fixed(double number, const char* format) {
-    char text[64];
-    std::snprintf(text, sizeof text, format, number);
-    return text;
-}
-
-void AppendRow(std::string& out, const char* name, const std::string& value, const std::string& note = {}) {
-    char row[160];
-    std::snprintf(row, sizeof row, "%-22s %12s", name, value.c_str());
-    out.append(row);
-    if (!note.empty()) out.append("  ").append(note);
-    out += '\n';
-}
 
 std::string DescribeKinds(const std::map<std::string, std::size_t>& kinds) {
     std::string text;

@@ -3,6 +3,10 @@
 #include <new>
 #include <optional>
 #include <utility>
+#include <vector>
+
+#include "host/base/atomic_file.h"
+#include "host/base/md5.h"
 
 #include "fom/document_units.h"
 #include "fom/gradient_mapping.h"
@@ -24,9 +28,10 @@ public:
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
 
-    bool Read(const std::filesystem::path& path, host::Error& error);
+    bool Read(const std::filesystem::path& path, const std::string& name, host::Error& error);
 
 private:
+    bool Load(const std::filesystem::path& path, host::Error& error);
     void Add(const svg::Shape& shape);
     void Count(const svg::Shape& shape);
     void AddSolid(const svg::Color& color);
@@ -36,7 +41,7 @@ private:
     const WFillHandle* FindPattern(const svg::Shape& shape);
     const PooledPattern* PoolPattern(const svg::Shape& shape, const std::optional<svg::Rect>& box,
                                      std::string key);
-    void Keep(const svg::Omissions& omissions);
+    void Keep(std::string name);
 
     /// Calls `make` and adds the heap that it took to `bytes`.
     template <class Make>
@@ -50,6 +55,7 @@ private:
     Importer& m_importer;
     const std::size_t m_before;
     svg::Document m_svg;
+    SourceDrawing m_source;
     ImportTally m_tally;
     // Gradients and patterns belong to the drawing: their addresses tell them apart.
     std::unordered_map<const void*, WFillHandle> m_servers;
@@ -68,17 +74,18 @@ auto Importer::Drawing::Measure(std::int64_t& bytes, Make&& make) {
     return result;
 }
 
-bool Importer::ImportFile(const std::filesystem::path& path, host::Error& error) {
+bool Importer::ImportFile(const std::filesystem::path& path, host::Error& error, const std::string& name) {
     try {
-        return Drawing(*this).Read(path, error);
+        return Drawing(*this).Read(path, name.empty() ? ToDrawingName(path.filename()) : name, error);
     } catch (const std::bad_alloc&) {
         error = {.what = PathText(path), .offset = 0, .line = 0, .reason = "not enough memory"};
         return false;
     }
 }
 
-bool Importer::Drawing::Read(const std::filesystem::path& path, host::Error& error) {
-    if (!m_svg.LoadFile(path) || !m_svg.ForEachShape([this](const svg::Shape& shape) { Add(shape); })) {
+bool Importer::Drawing::Read(const std::filesystem::path& path, const std::string& name, host::Error& error) {
+    if (!Load(path, error)) return false;
+    if (!m_svg.ForEachShape([this](const svg::Shape& shape) { Add(shape); })) {
         error = m_svg.GetError();
         return false;
     }
@@ -87,21 +94,44 @@ bool Importer::Drawing::Read(const std::filesystem::path& path, host::Error& err
         error.what = PathText(path);
         return false;
     }
-    Keep(m_svg.GetOmissions());
+    Keep(name);
     return true;
 }
 
-void Importer::Drawing::Keep(const svg::Omissions& omissions) {
+/// The bytes are read once, so that the digest is that of the drawing which is shown.
+bool Importer::Drawing::Load(const std::filesystem::path& path, host::Error& error) {
+    const std::optional<std::vector<std::byte>> bytes = host::ReadWholeFile(path, error);
+    if (!bytes || bytes->empty()) {
+        if (!m_svg.LoadFile(path)) error = m_svg.GetError();
+        return false;
+    }
+    const std::string_view text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+    if (!m_svg.LoadText(text, PathText(path))) {
+        error = m_svg.GetError();
+        return false;
+    }
+    host::Md5 digest;
+    digest.Update(bytes->data(), bytes->size());
+    m_source.bytes = bytes->size();
+    m_source.digest = digest.Finish();
+    return true;
+}
+
+void Importer::Drawing::Keep(std::string name) {
     constexpr std::string_view unused = "unused definitions";
-    for (const auto& [name, times] : omissions.Counts()) {
-        if (name == unused) {
+    for (const auto& [omission, times] : m_svg.GetOmissions().Counts()) {
+        if (omission == unused) {
             m_tally.unusedDefinitions += times;
         } else {
-            m_tally.omissions.Count(name, times);
+            m_tally.omissions.Count(omission, times);
         }
     }
+    m_source.name = m_importer.m_names.Take(std::move(name));
+    m_source.shapes = m_importer.m_document.ShapeCount() - m_before;
+    m_source.omissions = m_tally.omissions;
     m_importer.m_tally.Add(m_tally);
     m_importer.m_patterns.merge(m_patterns);
+    m_importer.m_document.AddDrawing(std::move(m_source));
     m_kept = true;
 }
 

@@ -1,37 +1,26 @@
 #include "fom/outline_mapping.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <numbers>
+#include <optional>
 #include <vector>
 
 #include "fom/dash_mapping.h"
 #include "fom/document_units.h"
 #include "fom/gradient_mapping.h"
-#include "fom/pen_width.h"
+#include "fom/round_nib.h"
 
 namespace command {
 namespace {
 
-/// A pen of that width is fitted to the transform times the real width, so that the width is rounded once.
-constexpr std::int32_t kReferenceWidth = 1 << 24;
-constexpr double kThinnest = 1e-9;
-constexpr double kThickest = 1e12;
-/// A stretch that rounds to 0 would count as a round nib.
-constexpr double kFlat = 0.005;
-
-CLR_COLORSPEC ColorOf(const svg::Paint& paint, svg::Omissions& omissions) {
-    switch (paint.kind) {
-        case svg::Paint::Kind::Gradient:
-            omissions.Count("gradient stroke");
-            return ToColor(paint.gradient->stops->front().color);
-        case svg::Paint::Kind::Pattern:
-            omissions.Count("pattern stroke");
-            return ToColor({});
-        default:
-            if (paint.color.alpha < 1) omissions.Count("transparency of a solid colour");
-            return ToColor(paint.color);
+void CountColor(const svg::Paint& paint, svg::Omissions& omissions) {
+    if (paint.kind == svg::Paint::Kind::Gradient) {
+        omissions.Count("gradient stroke");
+    } else if (paint.kind == svg::Paint::Kind::Pattern) {
+        omissions.Count("pattern stroke");
+    } else if (paint.color.alpha < 1) {
+        omissions.Count("transparency of a solid colour");
     }
 }
 
@@ -42,40 +31,11 @@ std::int32_t ToMiterAngle(double ratio) noexcept {
     return static_cast<std::int32_t>(std::round(2 * std::asin(sine) * 180e6 / std::numbers::pi));
 }
 
-/// Of the linear part: how much it stretches at most and at least.
-struct Stretches {
-    double most, least;
-};
-
-Stretches StretchesOf(const MATRIX& m) noexcept {
-    const double sum = std::hypot(m.a + m.d, m.b - m.c) / 2;
-    const double difference = std::hypot(m.a - m.d, m.b + m.c) / 2;
-    return {sum + difference, std::abs(sum - difference)};
-}
-
 /// The transform of the nib; counted where it is out of range.
 MATRIX NibTransform(const svg::Stroke& stroke, const svg::Matrix& transform, svg::Omissions& omissions) {
-    if (stroke.nonScaling) return {};
-    const MATRIX m{transform.a, transform.b, transform.c, transform.d, 0, 0};
-    const double most = StretchesOf(m).most;
-    if (most <= kThickest) return m;
-    omissions.Count("stroke coordinates out of range");
-    return {};
-}
-
-void SetNib(CGE_OUTLINE& pen, double width, const MATRIX& transform) {
-    pen.width = kReferenceWidth;
-    MATRIX scaled = transform;
-    const double scale = width * kUnitsPerPixel / kReferenceWidth;
-    UTLStretchMatrix(scaled, scale, scale);
-    OUTPreAdjustPenWidth(pen, &scaled);
-    pen.width = std::max(pen.width, 1);
-    const Stretches stretches = StretchesOf(transform);
-    if (stretches.least < stretches.most * kFlat) {
-        pen.nibStretch = 1;
-    } else if (pen.nibStretch == 100) {
-        pen.nibAngle = 0;
-    }
+    const std::optional<MATRIX> m = FindNibTransform(stroke.nonScaling, transform);
+    if (!m) omissions.Count("stroke coordinates out of range");
+    return m.value_or(MATRIX());
 }
 
 void SetDashes(CGE_OUTLINE& pen, const svg::Stroke& stroke, double scale, svg::Omissions& omissions) {
@@ -99,17 +59,23 @@ bool HasColorOf(const svg::Marker& marker, const svg::Paint& paint) noexcept {
 
 }  // namespace
 
+CLR_COLORSPEC StrokeColor(const svg::Paint& paint) noexcept {
+    if (paint.kind == svg::Paint::Kind::Gradient) return ToColor(paint.gradient->stops->front().color);
+    return ToColor(paint.kind == svg::Paint::Kind::Pattern ? svg::Color() : paint.color);
+}
+
 CGE_OUTLINE OutlineMapper::Map(const svg::Stroke& stroke, const svg::Matrix& transform,
                                svg::Omissions& omissions) {
     CGE_OUTLINE pen;
     pen.type = OutlineSolid;
-    pen.color = ColorOf(stroke.paint, omissions);
+    CountColor(stroke.paint, omissions);
+    pen.color = StrokeColor(stroke.paint);
     if (stroke.opacity < 1) omissions.Count("stroke opacity");
     pen.endCaps = static_cast<std::uint16_t>(stroke.cap);
     pen.join = static_cast<std::uint16_t>(stroke.join);
     pen.SetMiterLimit(ToMiterAngle(stroke.miterLimit));
     const MATRIX nib = NibTransform(stroke, transform, omissions);
-    SetNib(pen, stroke.width > 0 ? std::min(stroke.width, kThickest) : 0, nib);
+    FitRoundNib(pen, stroke.width, nib);
     if (!stroke.dashes.empty()) SetDashes(pen, stroke, StretchesOf(nib).most * kUnitsPerPixel, omissions);
     if (stroke.markerMid) omissions.Count("mid marker");
     if (stroke.markerStart || stroke.markerEnd) SetArrowheads(pen, stroke, omissions);
@@ -117,6 +83,7 @@ CGE_OUTLINE OutlineMapper::Map(const svg::Stroke& stroke, const svg::Matrix& tra
 }
 
 void OutlineMapper::SetArrowheads(CGE_OUTLINE& pen, const svg::Stroke& stroke, svg::Omissions& omissions) {
+    constexpr double kThinnest = 1e-9;
     const double width = stroke.width > kThinnest ? stroke.width : kThinnest;
     const auto find = [&](const svg::Marker* marker, LineEnd end) {
         const HMEM block = marker ? m_arrowheads.Find(*marker, end, width, omissions) : nullptr;

@@ -10,6 +10,9 @@
 
 namespace command {
 
+/// The colour that stands for a stroke's paint: of a gradient that of its first stop, of a pattern black.
+CLR_COLORSPEC StrokeColor(const svg::Paint& paint) noexcept;
+
 /// Makes the outlines of the strokes of one drawing.
 class OutlineMapper {
 public:

@@ -50,6 +50,7 @@ public:
 
     const std::shared_ptr<WRCFillList>& Pool() const noexcept { return m_fills; }
     const WRCOutlineList& OutlinePool() const noexcept { return *m_outlines; }
+    WRCOutlineList& OutlinePool() noexcept { return *m_outlines; }
     std::size_t ShapeCount() const noexcept { return m_count; }
 
     /// Takes the memory that the next shape needs in the document itself.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fom/console.h"
-#include "fom/importer.h"
+#include "fom/heap_gauge.h"
 
 namespace command {
 

@@ -9,8 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include "host/gfx/arrowhead.h"
-
+#include "fom/arrow_shape.h"
 #include "fom/fountain_ramp.h"
 
 namespace command {
@@ -73,29 +72,6 @@ void StrokeTraced(CairoContext& target, const CGE_OUTLINE& pen) {
     cairo_restore(&target);
 }
 
-/// An arrowhead at one end of a line.
-struct Arrow {
-    CGE_ARROWHEAD head;
-    CGE_ARROWATTRIB place;
-};
-
-std::optional<Arrow> ReadArrow(HMEM block, const CGE_ARROWATTRIB& place) {
-    std::optional<CGE_ARROWHEAD> head = CGE_ARROWHEAD::FromBlock(block);
-    if (!head) return std::nullopt;
-    return Arrow{*std::move(head), place};
-}
-
-/// From an arrowhead's coordinates to those of the line, thousandths of its width; see CGE_ARROWATTRIB.
-MATRIX PlaceArrow(const CGE_ARROWATTRIB& place) noexcept {
-    const double x = (place.flags & kArrowMirrorAlong) != 0 ? -1 : 1;
-    const double y = (place.flags & kArrowMirrorAcross) != 0 ? -1 : 1;
-    MATRIX m;
-    UTLStretchMatrix(m, x * place.xScale / 100, y * place.yScale / 100);
-    UTLRotateMatrix(m, place.rotation);
-    UTLTranslateMatrix(m, place.xOffset, place.yOffset);
-    return m;
-}
-
 void TraceSteps(CairoContext& target, std::span<const CGE_ARROWSTEP> steps, const MATRIX& m) {
     const auto at = [&m](const POINT& p) { return TransformPoint(m, {double(p.x), double(p.y)}); };
     for (const CGE_ARROWSTEP& step : steps) {
@@ -105,18 +81,6 @@ void TraceSteps(CairoContext& target, std::span<const CGE_ARROWSTEP> steps, cons
         if (step.kind == kArrowCurve)
             cairo_curve_to(&target, first.x, first.y, second.x, second.y, to.x, to.y);
         if (step.kind == kArrowClose) cairo_close_path(&target);
-    }
-}
-
-/// Calls `use` with the steps of each sub-path, and whether it is closed.
-template <class Use>
-void ForEachSubPath(const CGE_ARROWHEAD& head, Use&& use) {
-    auto begin = head.steps.begin();
-    while (begin != head.steps.end()) {
-        const auto end = std::find_if(begin + 1, head.steps.end(),
-                                      [](const CGE_ARROWSTEP& step) { return step.kind == kArrowMove; });
-        use(std::span<const CGE_ARROWSTEP>(begin, end), (end - 1)->kind == kArrowClose);
-        begin = end;
     }
 }
 

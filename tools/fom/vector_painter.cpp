@@ -1,26 +1,20 @@
-#include <array>
 #include <cairo.h>
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <librsvg/rsvg.h>
 #include <memory>
 #include <string>
 #include <string_view>
 
-#include "host/base/temp_data.h"
-
 #include "fom/document_units.h"
 #include "fom/fill_painter_parts.h"
+#include "fom/pattern_content.h"
 #include "fom/tame.h"
 #include "fom/tile_painter.h"
 
 namespace command {
 namespace {
 
-constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20;
-constexpr std::size_t kPiece = 16384;
 /// Pixels that the steps of filters may go over, all together: seconds for the slowest of them.
 constexpr double kMostFilterPixels = 2'000'000;
 constexpr std::string_view kNotDrawn = "cannot be drawn";
@@ -29,16 +23,6 @@ struct ReleaseObject {
     void operator()(void* object) const noexcept { g_object_unref(object); }
 };
 using Drawing = std::unique_ptr<RsvgHandle, ReleaseObject>;
-
-std::string ReadContent(unsigned id) {
-    std::string content;
-    const std::unique_ptr<TmpStream> stream = TMPOpenTmpFile(id);
-    if (!stream || stream->GetSize() > kMostBytes) return content;
-    std::array<char, kPiece> piece;
-    while (const std::size_t size = stream->Read(piece.data(), piece.size()))
-        content.append(piece.data(), size);
-    return content;
-}
 
 /// Art that the renderer cannot draw is no news for the terminal.
 GLogWriterOutput WriteNoWarnings(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer data) {
@@ -78,7 +62,7 @@ Drawing Load(const std::string& content, const RECT& box) {
 
 std::string_view PaintVector(CairoContext& target, const CGE_VECTORFILL& vector, const ObjectBounds& object) {
     const RECT& box = vector.originalBoundingBox;
-    std::string content = ReadContent(vector.tmpFile);
+    std::string content = ReadPatternContent(vector.tmpFile);
     if (content.empty() || box.right <= box.left || box.bottom <= box.top) return {};
     const TileLayout layout = LayOutTiles(vector.tiling, vector.boundingBox, object);
     std::string_view missing = Tame(content, kMostFilterPixels / CountTilePixels(target, layout));

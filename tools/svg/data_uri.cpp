@@ -90,6 +90,20 @@ std::optional<DataUri> DecodeDataUri(std::string_view reference) {
     return result;
 }
 
+std::string EncodeDataUri(std::string_view mediaType, std::span<const std::byte> bytes) {
+    constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text = "data:" + std::string(mediaType) + ";base64,";
+    text.reserve(text.size() + (bytes.size() + 2) / 3 * 4);
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        std::uint32_t bits = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            bits = bits << 8 | (i + k < bytes.size() ? std::to_integer<std::uint32_t>(bytes[i + k]) : 0);
+        for (std::size_t k = 0; k < 4; ++k)
+            text += i + k <= bytes.size() ? digits[bits >> (18 - 6 * k) & 63] : '=';
+    }
+    return text;
+}
+
 std::string_view SniffImageType(std::string_view bytes) {
     using namespace std::string_view_literals;
     if (bytes.starts_with("\x89PNG\r\n\x1A\n"sv)) return "image/png";

@@ -8,10 +8,6 @@
 namespace svg {
 namespace {
 
-bool CanHaveMarkers(Tag tag) {
-    return tag == Tag::Path || tag == Tag::Line || tag == Tag::Polyline || tag == Tag::Polygon;
-}
-
 bool HasMarkers(const Style& style) {
     return !style.markerStart.empty() || !style.markerMid.empty() || !style.markerEnd.empty();
 }

@@ -66,4 +66,9 @@ constexpr bool IsTextContent(Tag tag) {
     return tag == Tag::Text || tag == Tag::TextSpan;
 }
 
+/// Whether markers stand at the vertices of shapes of that kind.
+constexpr bool CanHaveMarkers(Tag tag) {
+    return tag == Tag::Path || tag == Tag::Line || tag == Tag::Polyline || tag == Tag::Polygon;
+}
+
 }  // namespace svg

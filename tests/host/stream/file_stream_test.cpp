@@ -43,6 +43,22 @@ TEST(MemoryStream, AFailedWriteClearsTheFlag) {
     EXPECT_EQ(stream.GetBytes().size(), 2u);
 }
 
+TEST(MemoryStream, ReadsOnAfterWritingAndMoving) {
+    MemoryFileStream stream(AsBytes("abc"));
+    char c = 0;
+    EXPECT_TRUE(stream.Read(&c, 1) == 1 && c == 'a');
+    const std::string more(1000, 'd');
+    stream.Write(more.data(), more.size());
+    EXPECT_TRUE(stream.Read(&c, 1) == 1 && c == 'b');
+    MemoryFileStream other = std::move(stream);
+    EXPECT_EQ(stream.GetRemaining(), 0u);
+    EXPECT_TRUE(other.Read(&c, 1) == 1 && c == 'c');
+    EXPECT_EQ(other.GetPosition(), 3u);
+    EXPECT_EQ(other.GetRemaining(), 1000u);
+    other.Rewind();
+    EXPECT_EQ(other.GetRemaining(), 1003u);
+}
+
 TEST(DiskStream, CarriesWhatWasWritten) {
     testing_support::TempFolder folder;
     std::string text;

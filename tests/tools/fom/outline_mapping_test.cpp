@@ -80,7 +80,7 @@ TEST(OutlineMapping, FitsPenToTransform) {
 }
 
 TEST(OutlineMapping, TakesNumbersThatNoDrawingHas) {
-    constexpr double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");
+    const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");
     svg::Omissions omissions;
     svg::Stroke stroke;
     stroke.paint.kind = svg::Paint::Kind::Solid;

@@ -4,6 +4,8 @@
 #include "host/base/temp_data.h"
 #include "host/gfx/image.h"
 
+#include "fom/importer.h"
+
 #include "support/temp_folder.h"
 #include "tools/fom/command_run.h"
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -20,6 +21,29 @@ namespace host {
 /// ("/dev/stdout"). Throws bad_alloc only, likewise without a trace.
 FOM_API bool SaveAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes,
                             Error& error);
+
+/// SaveAtomically for content that comes in pieces. Unless it is committed the file at `path` stays as it is
+/// and nothing is left beside it. One thread.
+class FOM_API AtomicFile {
+public:
+    /// Throws bad_alloc only. What cannot be begun cannot be written to either.
+    explicit AtomicFile(const std::filesystem::path& path);
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    /// Appends. False when that failed, or anything before.
+    bool Write(std::span<const std::byte> bytes) noexcept;
+    /// Bytes written so far.
+    std::uint64_t GetSize() const noexcept;
+    /// Puts all that was written in the place of the old file, once. False, with `error` filled, when that or
+    /// anything before failed. Throws bad_alloc only, likewise without a trace.
+    bool Commit(Error& error);
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> m_impl;
+};
 
 /// What ReadWholeFile takes at the most unless it is told otherwise.
 inline constexpr std::uint64_t kLargestWholeFile = std::uint64_t{512} << 20;

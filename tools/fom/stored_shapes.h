@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+#include "host/geometry/matrix.h"
+
+#include "fom/payload_reader.h"
+
+namespace command {
+
+/// What a block holds: numbers from `first` on.
+struct BlockRun {
+    std::uint32_t first = 0, count = 0;
+};
+
+/// Numbers from 1; 0 is none, for the matrix the identity.
+struct StoredShape {
+    std::uint32_t fill = 0, outline = 0, matrix = 0;
+};
+
+struct StoredShapes {
+    std::uint64_t offset = 0;
+    BlockRun run;
+    std::span<const std::uint8_t> matrices;
+    std::span<const std::uint8_t> shapes;
+
+    std::uint32_t MatrixCount() const noexcept;
+    StoredShape Shape(std::uint32_t index) const noexcept;
+    MATRIX Matrix(std::uint32_t index) const noexcept;
+};
+
+using MatrixBytes = std::array<std::uint8_t, kMatrixSize>;
+MatrixBytes StoredMatrix(const MATRIX& m) noexcept;
+
+/// Reads the payload of a shapes block, to its end.
+bool ReadShapes(PayloadReader& reader, StoredShapes& stored);
+
+}  // namespace command
