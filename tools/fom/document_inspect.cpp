@@ -151,8 +151,9 @@ bool InspectDocument(AbstractFileStream& stream, const InspectChoice& choice, Fa
         first = DocumentFault(reader.Offset(), "something follows the end block");
     const bool isThere = inspector.Finish();
     if (!first && !isThere) first = DocumentFault(0, "there is no such thing in the document");
-    if (first) fault = *std::move(first);
-    return !first;
+    if (!first) return true;
+    fault = *std::move(first);
+    return false;
 }
 
 }  // namespace command
