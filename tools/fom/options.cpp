@@ -21,6 +21,7 @@ constexpr const char* kExamples = R"(Examples:
   fom import drawings/ -o art.fomdoc
   fom swatches drawings/ -o sheet.png
   fom pens --under 'scale(2 1) rotate(30)' --width 2mm -o pens.png
+  fom demo drawings/ -o out/
 )";
 
 constexpr const char* kMoreHelp = "\nRun with --help for more information.\n";
