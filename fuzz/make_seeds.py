@@ -58,9 +58,10 @@ def document(version, fills, outlines):
     drawing = bytes(8 + 16) + words(len(fills)) + b"\7\0" + name + b"\1\0" + b"\3" + bytes(7) + b"\4" + omission
     matrix = b"\0\0\0\0\0\0\xf0\x3f" * 6
     shapes = b"".join(words(i + 1, i % (len(outlines) + 1), i % 2) for i in range(len(fills)))
+    strokes = b"".join(words(i, len(fills) - i, i % 2) for i in range(len(fills)) if i % (len(outlines) + 1) != 0)
     return (with_digest(b"\xf0FOM\r\n\x1a\n" + words(1, version)) + block(b"FILL", entries(fills)) +
             block(b"OUTL", entries(outlines)) + block(b"DRAW", words(0, 1, 0) + drawing) +
-            block(b"SHAP", words(0, len(fills), 1) + matrix + shapes) +
+            block(b"SHAP", words(0, len(fills), 1, len(strokes) // 12) + matrix + shapes + strokes) +
             block(b"END ", words(len(fills), len(outlines), 1, len(fills))))
 
 

@@ -43,7 +43,7 @@ int CGE_DES9_WIDELINE::CompareTo(const CGE_DES9_WIDELINE& a, const CGE_DES9_WIDE
                                  bool skipThreadWidth) noexcept {
     constexpr unsigned kThreadWidthField = 1;
     int result = 0;
-    host::detail::Fields<CGE_DES9_WIDELINE>::Visit([&](unsigned number, auto member) {
+    host::detail::Fields<CGE_DES9_WIDELINE>::Visit([&](unsigned number, auto member, const char*) {
         if (result != 0 || (skipThreadWidth && number == kThreadWidthField)) return;
         result = host::detail::FieldCompare{}(a.*member, b.*member);
     });

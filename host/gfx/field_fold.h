@@ -23,9 +23,9 @@
 #include "host/gfx/shared_record.h"
 #include "host/gfx/wideline.h"
 
-/// A record's fields as data. `Fields<Record>::Visit(v)` calls `v(number, &Record::member)` for every field,
-/// in the order of their numbers; a number names its field in stored forms for good. One list serves
-/// comparison and hash here and whatever else must not forget a field.
+/// A record's fields as data. `Fields<Record>::Visit(v)` calls `v(number, &Record::member, name)` for every
+/// field, in the order of their numbers. A number stands for its field in stored forms for good; a name is
+/// what people read. One list serves comparison and hash here and whatever else must not forget a field.
 ///
 /// Where a record has them, `IsStored(record, number)` says which fields its stored form has, and
 /// `Accepts(record)` whether the fields that were read agree with each other.
@@ -61,7 +61,7 @@ struct FieldCompare {
     int operator()(const T& a, const T& b) const noexcept {
         if constexpr (HasFields<T>) {
             int result = 0;
-            Fields<T>::Visit([&](unsigned, auto member) {
+            Fields<T>::Visit([&](unsigned, auto member, const char*) {
                 if (result == 0) result = (*this)(a.*member, b.*member);
             });
             return result;
@@ -132,7 +132,7 @@ public:
     void operator()(const T& value) noexcept {
         if constexpr (HasFields<T>) {
             GatherPlain(value);
-            Fields<T>::Visit([&](unsigned, auto member) {
+            Fields<T>::Visit([&](unsigned, auto member, const char*) {
                 if constexpr (!HashedByBytes<FieldOf<T, decltype(member)>>) (*this)(value.*member);
             });
         } else {
@@ -185,7 +185,7 @@ private:
     template <class T>
     static constexpr std::size_t PlainSize() {
         std::size_t size = 0;
-        Fields<T>::Visit([&size](unsigned, auto member) {
+        Fields<T>::Visit([&size](unsigned, auto member, const char*) {
             using Field = FieldOf<T, decltype(member)>;
             if constexpr (HashedByBytes<Field>) size += sizeof(Field);
         });
@@ -198,7 +198,7 @@ private:
         constexpr std::size_t kSize = PlainSize<T>();
         MakeRoom<kSize>();
         unsigned char* at = m_gathered + m_used;
-        Fields<T>::Visit([&](unsigned, auto member) {
+        Fields<T>::Visit([&](unsigned, auto member, const char*) {
             using Field = FieldOf<T, decltype(member)>;
             if constexpr (HashedByBytes<Field>) {
                 std::memcpy(at, &(record.*member), sizeof(Field));

@@ -13,12 +13,12 @@ struct Fields<CGE_TILING> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_TILING;
-        visit(1u, &R::width);
-        visit(2u, &R::height);
-        visit(3u, &R::xOffset);
-        visit(4u, &R::yOffset);
-        visit(5u, &R::interTileOffset);
-        visit(6u, &R::flags);
+        visit(1u, &R::width, "tile width");
+        visit(2u, &R::height, "tile height");
+        visit(3u, &R::xOffset, "tile x offset");
+        visit(4u, &R::yOffset, "tile y offset");
+        visit(5u, &R::interTileOffset, "inter-tile offset");
+        visit(6u, &R::flags, "tile flags");
     }
 };
 
@@ -26,8 +26,8 @@ template <>
 struct Fields<CGE_UNIFORMFILL> {
     template <class V>
     static constexpr void Visit(V&& visit) {
-        visit(1u, &CGE_UNIFORMFILL::color);
-        visit(2u, &CGE_UNIFORMFILL::screen);
+        visit(1u, &CGE_UNIFORMFILL::color, "colour");
+        visit(2u, &CGE_UNIFORMFILL::screen, "screen");
     }
 };
 
@@ -35,9 +35,9 @@ template <>
 struct Fields<CGE_PSFILL> {
     template <class V>
     static constexpr void Visit(V&& visit) {
-        visit(1u, &CGE_PSFILL::number);
-        visit(2u, &CGE_PSFILL::reserved);
-        visit(3u, &CGE_PSFILL::parameters);
+        visit(1u, &CGE_PSFILL::number, "pattern number");
+        visit(2u, &CGE_PSFILL::reserved, "reserved word");
+        visit(3u, &CGE_PSFILL::parameters, "parameters");
     }
 };
 
@@ -46,12 +46,12 @@ struct Fields<CGE_MONOBMPFILL> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_MONOBMPFILL;
-        visit(1u, &R::bitmap);
-        visit(2u, &R::tiling);
-        visit(3u, &R::foreground);
-        visit(4u, &R::background);
-        visit(5u, &R::screen);
-        visit(6u, &R::engineSwitch);
+        visit(1u, &R::bitmap, "bitmap");
+        visit(2u, &R::tiling, "tiling");
+        visit(3u, &R::foreground, "foreground");
+        visit(4u, &R::background, "background");
+        visit(5u, &R::screen, "screen");
+        visit(6u, &R::engineSwitch, "engine switch");
     }
 };
 
@@ -60,12 +60,12 @@ struct Fields<CGE_PATTERNFILL> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_PATTERNFILL;
-        visit(1u, &R::patternData);
-        visit(2u, &R::tiling);
-        visit(3u, &R::boundingBox);
-        visit(4u, &R::originalBoundingBox);
-        visit(5u, &R::instance);
-        visit(6u, &R::tmpFile);
+        visit(1u, &R::patternData, "pattern data");
+        visit(2u, &R::tiling, "tiling");
+        visit(3u, &R::boundingBox, "bounding box");
+        visit(4u, &R::originalBoundingBox, "original bounding box");
+        visit(5u, &R::instance, "instance");
+        visit(6u, &R::tmpFile, "temporary data");
     }
 };
 template <>
@@ -78,13 +78,13 @@ struct Fields<CGE_TXRINFO> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_TXRINFO;
-        visit(1u, &R::present);
-        visit(2u, &R::resolution);
-        visit(3u, &R::maxEdge);
-        visit(4u, &R::library);
-        visit(5u, &R::texture);
-        visit(6u, &R::style);
-        visit(7u, &R::parameters);
+        visit(1u, &R::present, "texture present");
+        visit(2u, &R::resolution, "texture resolution");
+        visit(3u, &R::maxEdge, "maximum tile edge");
+        visit(4u, &R::library, "texture library name");
+        visit(5u, &R::texture, "texture name");
+        visit(6u, &R::style, "texture style name");
+        visit(7u, &R::parameters, "texture parameters");
     }
 };
 
@@ -94,7 +94,7 @@ struct Fields<CGE_TEXTUREFILL> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         Fields<CGE_PATTERNFILL>::Visit(visit);
-        visit(7u, &CGE_TEXTUREFILL::info);
+        visit(7u, &CGE_TEXTUREFILL::info, "texture");
     }
 };
 
@@ -103,11 +103,11 @@ struct Fields<CGE_HATCHLINE> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_HATCHLINE;
-        visit(1u, &R::origin);
-        visit(2u, &R::offset);
-        visit(3u, &R::spacing);
-        visit(4u, &R::angle);
-        visit(5u, &R::pen);
+        visit(1u, &R::origin, "origin");
+        visit(2u, &R::offset, "offset");
+        visit(3u, &R::spacing, "spacing");
+        visit(4u, &R::angle, "angle");
+        visit(5u, &R::pen, "pen");
     }
 };
 
@@ -116,14 +116,14 @@ struct Fields<CGE_HATCHFILL> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_HATCHFILL;
-        visit(1u, &R::background);
-        visit(2u, &R::screen);
-        visit(3u, &R::modification);
-        visit(4u, &R::spacingMultiplier);
-        visit(5u, &R::thicknessMultiplier);
-        visit(6u, &R::library);
-        visit(7u, &R::name);
-        visit(8u, &R::lines);
+        visit(1u, &R::background, "background");
+        visit(2u, &R::screen, "screen");
+        visit(3u, &R::modification, "modification");
+        visit(4u, &R::spacingMultiplier, "spacing multiplier");
+        visit(5u, &R::thicknessMultiplier, "thickness multiplier");
+        visit(6u, &R::library, "hatch library name");
+        visit(7u, &R::name, "hatch name");
+        visit(8u, &R::lines, "hatch lines");
     }
 };
 
@@ -132,16 +132,16 @@ struct Fields<CGE_FILL> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_FILL;
-        visit(1u, &R::m_kind);
-        visit(2u, &R::m_guid);
-        visit(3u, &R::m_uniform);
-        visit(4u, &R::m_fountain);
-        visit(5u, &R::m_mono);
-        visit(6u, &R::m_bitmap);
-        visit(7u, &R::m_vector);
-        visit(8u, &R::m_texture);
-        visit(9u, &R::m_postScript);
-        visit(10u, &R::m_hatch);
+        visit(1u, &R::m_kind, "kind");
+        visit(2u, &R::m_guid, "GUID");
+        visit(3u, &R::m_uniform, "uniform");
+        visit(4u, &R::m_fountain, "fountain");
+        visit(5u, &R::m_mono, "mono bitmap");
+        visit(6u, &R::m_bitmap, "colour bitmap");
+        visit(7u, &R::m_vector, "vector");
+        visit(8u, &R::m_texture, "texture");
+        visit(9u, &R::m_postScript, "PostScript");
+        visit(10u, &R::m_hatch, "hatch");
     }
     /// Kind and GUID, and of the sub-records the one that the kind names.
     static constexpr bool IsStored(const CGE_FILL& fill, unsigned number) noexcept {

@@ -12,12 +12,12 @@ struct Fields<CGE_ARROWATTRIB> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_ARROWATTRIB;
-        visit(1u, &R::flags);
-        visit(2u, &R::xScale);
-        visit(3u, &R::yScale);
-        visit(4u, &R::xOffset);
-        visit(5u, &R::yOffset);
-        visit(6u, &R::rotation);
+        visit(1u, &R::flags, "flags");
+        visit(2u, &R::xScale, "x scale");
+        visit(3u, &R::yScale, "y scale");
+        visit(4u, &R::xOffset, "x offset");
+        visit(5u, &R::yOffset, "y offset");
+        visit(6u, &R::rotation, "rotation");
     }
 };
 
@@ -26,9 +26,9 @@ struct Fields<CGE_VARIABLEPOINT> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_VARIABLEPOINT;
-        visit(1u, &R::position);
-        visit(2u, &R::left);
-        visit(3u, &R::right);
+        visit(1u, &R::position, "position");
+        visit(2u, &R::left, "left");
+        visit(3u, &R::right, "right");
     }
 };
 
@@ -36,7 +36,7 @@ template <>
 struct Fields<CGE_VARIABLEATTRIB> {
     template <class V>
     static constexpr void Visit(V&& visit) {
-        visit(1u, &CGE_VARIABLEATTRIB::points);
+        visit(1u, &CGE_VARIABLEATTRIB::points, "points");
     }
 };
 
@@ -45,11 +45,11 @@ struct Fields<OutlineExtras> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = OutlineExtras;
-        visit(1u, &R::wideline);
-        visit(2u, &R::variable);
-        visit(3u, &R::leftArrow);
-        visit(4u, &R::rightArrow);
-        visit(5u, &R::project);
+        visit(1u, &R::wideline, "wideline");
+        visit(2u, &R::variable, "variable width");
+        visit(3u, &R::leftArrow, "left arrow attributes");
+        visit(4u, &R::rightArrow, "right arrow attributes");
+        visit(5u, &R::project, "project matrix");
     }
 };
 
@@ -58,25 +58,25 @@ struct Fields<CGE_OUTLINE> {
     template <class V>
     static constexpr void Visit(V&& visit) {
         using R = CGE_OUTLINE;
-        visit(1u, &R::type);
-        visit(2u, &R::endCaps);
-        visit(3u, &R::join);
-        visit(4u, &R::justification);
-        visit(5u, &R::width);
-        visit(6u, &R::nibStretch);
-        visit(7u, &R::nibAngle);
-        visit(8u, &R::matrix);
-        visit(9u, &R::color);
-        visit(10u, &R::screen);
-        visit(11u, &R::overprint);
-        visit(12u, &R::dotDash);
-        visit(13u, &R::leftArrow);
-        visit(14u, &R::rightArrow);
-        visit(15u, &R::dotLength);
-        visit(16u, &R::guid);
-        visit(17u, &R::m_miterLimit);
-        visit(18u, &R::m_dashAdjust);
-        visit(19u, &R::m_extras);
+        visit(1u, &R::type, "type");
+        visit(2u, &R::endCaps, "end caps");
+        visit(3u, &R::join, "join");
+        visit(4u, &R::justification, "justification");
+        visit(5u, &R::width, "width");
+        visit(6u, &R::nibStretch, "nib stretch");
+        visit(7u, &R::nibAngle, "nib angle");
+        visit(8u, &R::matrix, "matrix");
+        visit(9u, &R::color, "colour");
+        visit(10u, &R::screen, "screen");
+        visit(11u, &R::overprint, "overprint");
+        visit(12u, &R::dotDash, "dot-dash");
+        visit(13u, &R::leftArrow, "left arrowhead");
+        visit(14u, &R::rightArrow, "right arrowhead");
+        visit(15u, &R::dotLength, "dot length");
+        visit(16u, &R::guid, "GUID");
+        visit(17u, &R::m_miterLimit, "miter limit");
+        visit(18u, &R::m_dashAdjust, "dash adjust");
+        visit(19u, &R::m_extras, "extras");
     }
 };
 

@@ -56,7 +56,7 @@ template <class Record>
 consteval bool HasRisingNumbers() {
     unsigned last = 0;
     bool good = true;
-    Fields<Record>::Visit([&](unsigned number, auto) {
+    Fields<Record>::Visit([&](unsigned number, auto, const char*) {
         good = good && number > last && number <= 255;
         last = number;
     });
@@ -81,7 +81,7 @@ concept IsAlwaysInElements = requires {
 template <class Record>
 consteval std::size_t LeastElementSize() {
     std::size_t size = 0;
-    Fields<Record>::Visit([&]<class Member>(unsigned, Member) {
+    Fields<Record>::Visit([&]<class Member>(unsigned, Member, const char*) {
         using FieldCodec = typename CodecOf<Record, Member>::Type;
         if constexpr (IsAlwaysInElements<FieldCodec>) size += FieldCodec::kSize;
     });
@@ -93,7 +93,7 @@ consteval std::size_t LeastElementSize() {
 template <class Record>
 [[gnu::flatten, gnu::noinline]] std::size_t FieldsBound(const Record& record) noexcept {
     std::size_t bound = 0;
-    Fields<Record>::Visit([&]<class Member>(unsigned number, Member member) {
+    Fields<Record>::Visit([&]<class Member>(unsigned number, Member member, const char*) {
         if (IsStored(record, number)) bound += CodecOf<Record, Member>::Type::SizeBound(record.*member);
     });
     return bound;
@@ -104,7 +104,7 @@ template <bool isElement, class Record>
                                                           PtrRemapper& remapper) {
     static_assert(HasRisingNumbers<Record>());
     const Record& empty = EmptyRecord<Record>();
-    Fields<Record>::Visit([&]<class Member>(unsigned number, Member member) {
+    Fields<Record>::Visit([&]<class Member>(unsigned number, Member member, const char*) {
         using FieldCodec = typename CodecOf<Record, Member>::Type;
         constexpr bool isAlways = isElement && IsAlwaysInElements<FieldCodec>;
         if (!IsStored(record, number)) return;
@@ -117,7 +117,7 @@ template <bool isElement, class Record>
 template <class Record>
 [[gnu::flatten, gnu::noinline]] bool ReadFields(Bytes bytes, Record& record, PtrRemapper& remapper) {
     FieldReader reader(bytes);
-    Fields<Record>::Visit([&]<class Member>(unsigned number, Member member) {
+    Fields<Record>::Visit([&]<class Member>(unsigned number, Member member, const char*) {
         if (!reader.Find(number)) return;
         const Bytes value = reader.Take();
         if (!IsStored(record, number)) return;

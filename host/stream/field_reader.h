@@ -6,8 +6,11 @@
 
 #include "host/base/little_endian.h"
 
-/// docs/formats/bodies.md: a field is its number, a code for the width of its value, and the value.
+/// docs/formats/bodies.md: a body is its version and fields; a field is its number, a code for the width of
+/// its value, and the value.
 namespace host::detail {
+
+inline constexpr std::uint16_t kBodyVersion = 1;
 
 /// Codes 0 to 4 stand for 1, 2, 4, 8 and 16 bytes; this one for a u32 size that follows.
 inline constexpr std::uint8_t kSizedCode = 5;
@@ -56,7 +59,16 @@ public:
         m_last = number;
         return m_at != m_end && *m_at == number;
     }
-    /// The value of the field that Find found. Empty when there is a fault.
+    /// The number of the next field, whatever it is: then Take follows. 0 when there is none.
+    unsigned Next() noexcept {
+        if (m_at == m_end) return 0;
+        if (*m_at <= m_last)
+            Fail();
+        else
+            m_last = *m_at;
+        return m_good ? m_last : 0;
+    }
+    /// The value of the field that Find or Next found. Null when there is a fault.
     std::span<const std::uint8_t> Take() noexcept {
         const std::span value = ValueAt(m_at, m_end);
         if (value.data() == nullptr)

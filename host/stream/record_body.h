@@ -8,8 +8,6 @@
 
 namespace host::detail {
 
-inline constexpr std::uint16_t kBodyVersion = 1;
-
 /// Appends the version and the record's fields. Throws bad_alloc, and then nothing was appended.
 template <class Record>
 void WriteBody(udi::OutputArchive& archive, const Record& record) {

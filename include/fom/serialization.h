@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include "host/base/export.h"
 #include "host/color/context.h"
 #include "host/gfx/fill.h"
@@ -25,6 +28,8 @@ public:
 
 class FOM_API FOMFillSerialization {
 public:
+    /// The body of the record as a document has it, docs/formats/bodies.md.
+    static std::vector<std::uint8_t> MakeBody(const CGE_FILL& record, udi::PtrRemapper& remapper);
     /// A current section, a 12.50 one, and the end. `record` stays as it is. All memory is taken before the
     /// first byte is written.
     static void WriteTo(AbstractFileStream& stream, CGE_FILL& record, udi::PtrRemapper& remapper);
@@ -36,6 +41,7 @@ public:
 
 class FOM_API FOMOutlineSerialization {
 public:
+    static std::vector<std::uint8_t> MakeBody(const CGE_OUTLINE& record, udi::PtrRemapper& remapper);
     static void WriteTo(AbstractFileStream& stream, const CGE_OUTLINE& record, udi::PtrRemapper& remapper);
     static void ReadFrom(AbstractFileStream& stream, CGE_OUTLINE& record, udi::PtrRemapper& remapper);
 };

@@ -50,11 +50,8 @@ std::vector<OutlineStreamRecord> PensOf(std::span<const CGE_HATCHLINE> lines, ud
 
 FillStreamRecord::FillStreamRecord(const CGE_FILL& fill, udi::PtrRemapper& remapper)
     : m_lines(LinesOf(fill)), m_external(fill) {
-    BodyArchive archive(remapper);
-    std::vector<std::uint8_t>& bytes = archive.Bytes();
+    std::vector<std::uint8_t> bytes = MakeBody(fill, remapper, kHead);
     const CgeFillType kind = fill.GetType();
-    bytes.resize(kHead);
-    fill.SaveIn(archive.Get());
     m_legacyAt = bytes.size();
     WriteHead(bytes, 0, m_legacyAt, kCurrentTag, kind, m_external.GetAnnouncedSize());
 
@@ -62,7 +59,7 @@ FillStreamRecord::FillStreamRecord(const CGE_FILL& fill, udi::PtrRemapper& remap
     const std::size_t end = m_legacyAt + kHead + length;
     bytes.resize(end + kTagAndSize);  // the end's are zeros
     WriteLegacyFill<1250>(std::span(bytes).subspan(end - length, length), fill,
-                          archive.Get().GetColorContext(), remapper);
+                          FOMSerialization::GetColorContext(), remapper);
     m_pens = PensOf(m_lines, remapper);
     WriteHead(bytes, m_legacyAt, end, kLegacyTag, kind, GetLinesSize() + m_external.GetAnnouncedSize());
     m_bytes.swap(bytes);
@@ -114,6 +111,10 @@ void Fill1200StreamRecord::WriteTo(AbstractFileStream& stream, unsigned userData
 }
 
 }  // namespace VyrFOM
+
+std::vector<std::uint8_t> FOMFillSerialization::MakeBody(const CGE_FILL& record, udi::PtrRemapper& remapper) {
+    return VyrFOM::MakeBody(record, remapper);
+}
 
 void FOMFillSerialization::WriteTo(AbstractFileStream& stream, CGE_FILL& record, udi::PtrRemapper& remapper) {
     VyrFOM::FillStreamRecord(record, remapper).WriteTo(stream);

@@ -14,6 +14,9 @@ namespace VyrFOM {
 
 namespace {
 
+/// What stands before the body: its length.
+constexpr std::size_t kLength = sizeof(std::uint32_t);
+
 bool IsNone(const CGE_OUTLINE& outline) noexcept {
     return (outline.type & 15) == OutlineNone;
 }
@@ -39,14 +42,10 @@ void ReadArrows(AbstractFileStream& stream, CGE_OUTLINE& outline, EmptyArrow emp
 }  // namespace
 
 OutlineStreamRecord::OutlineStreamRecord(const CGE_OUTLINE& outline, udi::PtrRemapper& remapper)
-    : m_leftArrow(outline.leftArrow), m_rightArrow(outline.rightArrow) {
-    BodyArchive archive(remapper);
-    std::vector<std::uint8_t>& bytes = archive.Bytes();
-    constexpr std::size_t kLength = sizeof(std::uint32_t);
-    bytes.resize(kLength);
-    outline.SaveIn(archive.Get());
-    host::StoreLittle(bytes.data(), static_cast<std::uint32_t>(bytes.size() - kLength));
-    m_bytes.swap(bytes);
+    : m_bytes(MakeBody(outline, remapper, kLength)),
+      m_leftArrow(outline.leftArrow),
+      m_rightArrow(outline.rightArrow) {
+    host::StoreLittle(m_bytes.data(), static_cast<std::uint32_t>(m_bytes.size() - kLength));
 }
 
 std::uint32_t OutlineStreamRecord::GetSize() const noexcept {
@@ -91,6 +90,11 @@ void ReadOutline12(AbstractFileStream& stream, CGE_OUTLINE& outline, udi::PtrRem
 }
 
 }  // namespace VyrFOM
+
+std::vector<std::uint8_t> FOMOutlineSerialization::MakeBody(const CGE_OUTLINE& record,
+                                                            udi::PtrRemapper& remapper) {
+    return VyrFOM::MakeBody(record, remapper);
+}
 
 void FOMOutlineSerialization::WriteTo(AbstractFileStream& stream, const CGE_OUTLINE& record,
                                       udi::PtrRemapper& remapper) {

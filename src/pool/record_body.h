@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "host/stream/archive.h"
@@ -13,22 +14,19 @@
 
 namespace VyrFOM {
 
-/// An archive whose bytes are taken out of it; records may append to them, and more may be put around.
-class BodyArchive {
-public:
-    explicit BodyArchive(udi::PtrRemapper& remapper)
-        : m_archive(m_nowhere, remapper, FOMSerialization::GetColorContext()) {
-        constexpr std::size_t kUsualSize = 512;
-        m_archive.GetBytes().reserve(kUsualSize);
-    }
-
-    udi::OutputArchive& Get() noexcept { return m_archive; }
-    std::vector<std::uint8_t>& Bytes() noexcept { return m_archive.GetBytes(); }
-
-private:
-    MemoryFileStream m_nowhere;
-    udi::OutputArchive m_archive;
-};
+/// The body that a record has in a document, behind `room` bytes of 0 for what stands before it. Throws
+/// bad_alloc.
+template <class Record>
+std::vector<std::uint8_t> MakeBody(const Record& record, udi::PtrRemapper& remapper, std::size_t room = 0) {
+    constexpr std::size_t kUsualSize = 512;
+    MemoryFileStream nowhere;
+    udi::OutputArchive archive(nowhere, remapper, FOMSerialization::GetColorContext());
+    std::vector<std::uint8_t>& bytes = archive.GetBytes();
+    bytes.reserve(kUsualSize);
+    bytes.resize(room);
+    record.SaveIn(archive);
+    return std::move(bytes);
+}
 
 /// False for what is no body of such a record. Throws bad_alloc.
 template <class Record>

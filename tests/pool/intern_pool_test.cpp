@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <map>
-#include <thread>
 
 #include "pool_kinds.h"
 #include "support/alloc_faults.h"
@@ -255,24 +254,16 @@ TEST(InternPoolTest, ThreadsNeverSeeHalfAChange) {
     const ThreadLock lock, otherLock;
     Pool pools[2]{Pool(lock, nullptr), Pool(otherLock, nullptr)};
     std::atomic<int> faults{0};
-    std::atomic<bool> done{false};
-    std::thread watcher([&] {
-        for (unsigned round = 0; !done; ++round) {
-            const Number* before = nullptr;
-            pools[round % 2].Enumerate([&](const Number* entry) {
-                if (before && before->value >= entry->value) ++faults;
-                before = entry;
-                return true;
-            });
-        }
-    });
-    std::vector<std::thread> workers;
-    for (unsigned i = 0; i < kWorkers; ++i)
-        workers.emplace_back([&, i] { Work(pools, i, faults); });
-    for (std::thread& worker : workers)
-        worker.join();
-    done = true;
-    watcher.join();
+    const auto watch = [&](unsigned round) {
+        const Number* before = nullptr;
+        pools[round % 2].Enumerate([&](const Number* entry) {
+            if (before && before->value >= entry->value) ++faults;
+            before = entry;
+            return true;
+        });
+    };
+    pool_test::RunWatched(
+        kWorkers, [&](unsigned i) { Work(pools, i, faults); }, watch);
     EXPECT_EQ(faults, 0);
     EXPECT_EQ(pools[0].GetCount() + pools[1].GetCount(), 0u);
 }

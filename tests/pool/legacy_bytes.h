@@ -4,7 +4,6 @@
 #include <map>
 #include <random>
 #include <stdexcept>
-#include <string_view>
 #include <vector>
 
 #include "host/color/context.h"
@@ -12,24 +11,6 @@
 
 /// Bytes and numbers of pointers for the tests of legacy records.
 namespace legacy_test {
-
-/// Two digits a byte; blanks do not count, and "*n" after a byte says how often it stands there in all.
-inline std::vector<std::uint8_t> FromHex(std::string_view text) {
-    const std::string_view digits = "0123456789ABCDEF";
-    std::vector<std::uint8_t> bytes;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '*') {
-            std::size_t count = 0;
-            for (; i + 1 < text.size() && text[i + 1] >= '0' && text[i + 1] <= '9'; ++i)
-                count = count * 10 + static_cast<std::size_t>(text[i + 1] - '0');
-            bytes.resize(bytes.size() + count - 1, bytes.back());
-        } else if (text[i] != ' ') {
-            bytes.push_back(static_cast<std::uint8_t>(digits.find(text[i]) * 16 + digits.find(text[i + 1])));
-            ++i;
-        }
-    }
-    return bytes;
-}
 
 template <class Bytes>
 void FillRandom(Bytes& bytes, std::mt19937& random) {

@@ -7,13 +7,13 @@
 
 #include "pool/legacy_bytes.h"
 #include "support/alloc_faults.h"
+#include "support/golden.h"
 #include "support/leak_check.h"
 
 namespace {
 
 using legacy_test::FakeRemapper;
 using legacy_test::FillRandom;
-using legacy_test::FromHex;
 using Bytes = std::vector<std::uint8_t>;
 
 const ColorSystem::ColorContext kContext = ColorSystem::ColorContext::Uncalibrated();
@@ -110,42 +110,11 @@ constexpr CgeFillType kKinds[] = {FillUniform,    FillFountain,      FillPostScr
                                   FillMonoBitmap, FillMonoBitmapAlt, FillColorBitmap,
                                   FillVector,     FillTexture,       FillHatch};
 
-#define COLOR_A "0500 0000 0100 0200 0300 0000"
-#define COLOR_B "0500 0000 0400 0500 0600 0000"
-#define SCREEN "0102 0000 01000000 FEFFFFFF 0B0A0000"
-#define TILING "11000000 FEFFFFFF 2200 3300 4400 5500"
-#define PATTERN "63000000" TILING "01000000 02000000 FDFFFFFF 04000000 14131211"
-
-/// The 12.00 record of what Make makes without its kind, the number of temporary data left 0. Of a hatch,
-/// what 12.00 would have.
-std::string_view GoldenBody(CgeFillType kind) {
-    switch (kind) {
-        case FillUniform:
-            return COLOR_A SCREEN;
-        case FillFountain:
-            return "0300 0000" SCREEN
-                   "FDFF 0000 FCFFFFFF 05000000 06000000 0700 0300 0100 4600 0200 0000" COLOR_A
-                   "0900 0000" COLOR_B "6400 0000";
-        case FillPostScript:
-            return "0201 0403 FFFF 0200 0300 0400 0500";
-        case FillMonoBitmap:
-        case FillMonoBitmapAlt:
-            return "08070605" TILING COLOR_A COLOR_B SCREEN;
-        case FillTexture:
-            return PATTERN "00000000 01000000 2C01 0108 4C00 00*62 5400 00*62 5300 00*62 00*103 77";
-        case FillHatch:
-            return COLOR_A SCREEN "03010000 00*6 F03F 00*7 C0 4C00 00*62 4E00 00*62 02000000 01000000";
-        default:
-            return PATTERN "00000000";
-    }
-}
-
-/// The kind as both generations begin, then the body.
+/// What Make makes as that version has it, the number of temporary data left 0.
 Bytes Golden(CgeFillType kind, unsigned version) {
-    Bytes bytes = {static_cast<std::uint8_t>(kind), 0, 0, 0};
-    if (version == 1250) bytes.resize(8);
-    const Bytes body = FromHex(GoldenBody(kind));
-    bytes.insert(bytes.end(), body.begin(), body.end());
+    static const auto goldens = testing_support::ReadGolden("legacy_records.txt");
+    Bytes bytes = goldens.at("fill-" + std::to_string(kind));
+    if (version == 1250) bytes.insert(bytes.begin() + 4, 4, 0);
     return bytes;
 }
 
@@ -289,7 +258,7 @@ TEST_F(LegacyFillTest, BlendFlagOf1200) {
     even.EditFountain().SetBlendRateMethod(BlendRateCustom);
     CGE_FILL_1200 legacy;
     EXPECT_TRUE(ToLegacy(even, legacy));
-    EXPECT_EQ(Bytes(legacy.bytes.begin() + 44, legacy.bytes.begin() + 48), FromHex("0000 3200"));
+    EXPECT_EQ(Bytes(legacy.bytes.begin() + 44, legacy.bytes.begin() + 48), (Bytes{0, 0, 50, 0}));
 }
 
 TEST_F(LegacyFillTest, KindsWithoutALayout) {

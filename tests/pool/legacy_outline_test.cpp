@@ -5,11 +5,11 @@
 #include "fom/legacy_records.h"
 
 #include "pool/legacy_bytes.h"
+#include "support/golden.h"
 
 namespace {
 
 using legacy_test::FakeRemapper;
-using legacy_test::FromHex;
 
 const ColorSystem::ColorContext kContext = ColorSystem::ColorContext::Uncalibrated();
 const HMEM kLeft = reinterpret_cast<HMEM>(std::uintptr_t{64});
@@ -59,11 +59,7 @@ CGE_OUTLINE Sample() {
 }
 
 TEST_F(LegacyOutlineTest, Bytes) {
-    const std::vector<std::uint8_t> golden = FromHex(
-        "3480 0100 0200 0300 FA020000 FCFF 0100 FBFFFFFF FAFFFFFF"
-        "00*6 F03F 00*7 C0 00*6 E03F 00*6 F03F 00*8 00*7 80"
-        "0500 0000 0100 0200 0300 0000 0102 0000 01000000 FEFFFFFF 0B0A0000"
-        "04030201 04050000 06070000 0400 0100 FEFF 0300 0400 00*10 0A00 F9FF");
+    const auto golden = testing_support::ReadGolden("legacy_records.txt").at("outline");
     const CGE_OUTLINE_12xx legacy = ToLegacy(Sample());
     EXPECT_EQ(std::vector(legacy.bytes.begin(), legacy.bytes.end()), golden);
     CGE_OUTLINE stale = Sample();

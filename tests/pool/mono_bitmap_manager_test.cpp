@@ -1,6 +1,5 @@
 #include "fom/mono_bitmap_manager.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
 #include <new>
 
@@ -8,9 +7,12 @@
 #include "host/base/singleton.h"
 
 #include "support/alloc_faults.h"
+#include "support/blocks.h"
 #include "support/leak_check.h"
 
 namespace {
+
+using testing_support::BlockOf;
 
 class MonoBitmapManagerTest : public testing_support::LeakCheckedTest {
 protected:
@@ -19,28 +21,20 @@ protected:
     FOMMonoBmpMgr& m_manager = *FOMMonoBmpMgr::GetInst();
 };
 
-HMEM Bitmap(const char* text) {
-    const HMEM block = MEMMANAlloc(std::strlen(text), false);
-    if (!block) throw std::bad_alloc();
-    std::memcpy(MEMMANLock(block), text, std::strlen(text));
-    MEMMANUnlock(block);
-    return block;
-}
-
 TEST_F(MonoBitmapManagerTest, HoldsEqualBitmapsOnce) {
     EXPECT_EQ(FOMMonoBmpMgr::GetInst(), &m_manager);
     EXPECT_EQ(m_manager.AddOrGetBitmap(nullptr), nullptr);
-    const HMEM first = Bitmap("pattern");
-    const HMEM other = Bitmap("patterm");
-    const HMEM longer = Bitmap("pattern.");
+    const HMEM first = BlockOf("pattern");
+    const HMEM other = BlockOf("patterm");
+    const HMEM longer = BlockOf("pattern.");
     for (const HMEM bitmap : {first, other, longer, first}) {
         EXPECT_EQ(m_manager.AddOrGetBitmap(bitmap), bitmap);
         EXPECT_EQ(m_manager.AddOrGetBitmap(bitmap), bitmap);
     }
     EXPECT_FALSE(FOMMonoBmpMgr::CompareBitmaps(first, other));
     const std::size_t blocks = host::LiveMemoryBlocks();
-    EXPECT_EQ(m_manager.AddOrGetBitmap(Bitmap("pattern")), first);
-    EXPECT_EQ(m_manager.AddOrGetBitmap(Bitmap("pattern.")), longer);
+    EXPECT_EQ(m_manager.AddOrGetBitmap(BlockOf("pattern")), first);
+    EXPECT_EQ(m_manager.AddOrGetBitmap(BlockOf("pattern.")), longer);
     EXPECT_EQ(host::LiveMemoryBlocks(), blocks) << "what is held already is freed";
     EXPECT_TRUE(VyrUtils::Guid::Parse(m_manager.GetIdentifier(first)));
     EXPECT_NE(m_manager.GetIdentifier(first), m_manager.GetIdentifier(other));
@@ -50,10 +44,10 @@ TEST_F(MonoBitmapManagerTest, HoldsEqualBitmapsOnce) {
 }
 
 TEST_F(MonoBitmapManagerTest, WithoutMemoryTheBitmapIsTheCallers) {
-    const HMEM held = m_manager.AddOrGetBitmap(Bitmap("held"));
+    const HMEM held = m_manager.AddOrGetBitmap(BlockOf("held"));
     const auto failed = testing_support::FailEachAllocation(
         [&] {
-            const HMEM bitmap = Bitmap("new");
+            const HMEM bitmap = BlockOf("new");
             try {
                 m_manager.AddOrGetBitmap(bitmap);
             } catch (const std::bad_alloc&) {
@@ -61,13 +55,13 @@ TEST_F(MonoBitmapManagerTest, WithoutMemoryTheBitmapIsTheCallers) {
                 throw;
             }
         },
-        [&] { EXPECT_EQ(m_manager.AddOrGetBitmap(Bitmap("held")), held); });
+        [&] { EXPECT_EQ(m_manager.AddOrGetBitmap(BlockOf("held")), held); });
     EXPECT_GT(failed, 0u);
 }
 
 TEST(MonoBitmapManagerShutdown, FreesItsBitmaps) {
     const std::size_t blocks = host::LiveMemoryBlocks();
-    FOMMonoBmpMgr::GetInst()->AddOrGetBitmap(Bitmap("x"));
+    FOMMonoBmpMgr::GetInst()->AddOrGetBitmap(BlockOf("x"));
     VyrUtils::SingletonBase::DestroyAll();
     EXPECT_EQ(host::LiveMemoryBlocks(), blocks);
     EXPECT_EQ(FOMMonoBmpMgr::GetInst(), nullptr);

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <random>
 #include <set>
+#include <thread>
+#include <vector>
 
 #include "fom/fill_list.h"
 #include "fom/outline_list.h"
@@ -43,6 +46,24 @@ struct Outlines {
 /// 0 to `count` - 1.
 inline unsigned Pick(std::mt19937& random, unsigned count) {
     return static_cast<unsigned>(random() % count);
+}
+
+/// Calls `work` with 0 to `count` - 1, each on a thread of its own, and beside them `watch` with the number
+/// of the round until all have ended.
+template <class Work, class Watch>
+void RunWatched(unsigned count, Work work, Watch watch) {
+    std::atomic<bool> done{false};
+    std::thread watcher([&] {
+        for (unsigned round = 0; !done; ++round)
+            watch(round);
+    });
+    std::vector<std::thread> workers;
+    for (unsigned i = 0; i < count; ++i)
+        workers.emplace_back(work, i);
+    for (std::thread& worker : workers)
+        worker.join();
+    done = true;
+    watcher.join();
 }
 
 template <class Entry>

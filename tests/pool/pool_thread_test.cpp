@@ -1,8 +1,4 @@
-#include <atomic>
 #include <gtest/gtest.h>
-#include <random>
-#include <thread>
-#include <vector>
 
 #include "pool_kinds.h"
 
@@ -33,17 +29,15 @@ void Work(typename Kind::List& list, unsigned seed, std::atomic<int>& faults) {
         list.AddOrGetDuplicate(Kind::New(value), nullptr);
 }
 
-/// Enumerates while the others work: always in strict order, so that no value is there twice.
+/// Always in strict order, so that no value is there twice.
 template <class Kind>
-void Watch(const typename Kind::List& list, const std::atomic<bool>& done, std::atomic<int>& faults) {
-    while (!done) {
-        const typename Kind::Entry* before = nullptr;
-        list.Enumerate([&](const typename Kind::Entry* entry) {
-            if (before && before->Compare(entry, false) >= 0) ++faults;
-            before = entry;
-            return true;
-        });
-    }
+void Watch(const typename Kind::List& list, std::atomic<int>& faults) {
+    const typename Kind::Entry* before = nullptr;
+    list.Enumerate([&](const typename Kind::Entry* entry) {
+        if (before && before->Compare(entry, false) >= 0) ++faults;
+        before = entry;
+        return true;
+    });
 }
 
 template <class Kind>
@@ -55,15 +49,9 @@ TYPED_TEST(PoolThreadTest, KeepsOneEntryPerValueAndExactCounts) {
     using Entry = typename TypeParam::Entry;
     const auto list = std::make_shared<typename TypeParam::List>();
     std::atomic<int> faults{0};
-    std::atomic<bool> done{false};
-    std::thread watcher([&] { Watch<TypeParam>(*list, done, faults); });
-    std::vector<std::thread> workers;
-    for (unsigned i = 0; i < kThreads; ++i)
-        workers.emplace_back([&, i] { Work<TypeParam>(*list, i, faults); });
-    for (std::thread& worker : workers)
-        worker.join();
-    done = true;
-    watcher.join();
+    pool_test::RunWatched(
+        kThreads, [&](unsigned i) { Work<TypeParam>(*list, i, faults); },
+        [&](unsigned) { Watch<TypeParam>(*list, faults); });
 
     EXPECT_EQ(faults, 0);
     EXPECT_EQ(list->GetCount(), kValues);

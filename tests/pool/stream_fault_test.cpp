@@ -28,47 +28,38 @@ struct Stored {
     Bytes bytes;
 };
 
-class StoredMaker : protected SampleMaker {
-protected:
-    std::vector<Stored> StoredEntries() const {
-        std::vector<Stored> entries;
-        const auto add = [&](const char* name, std::shared_ptr<ArchiveObject> entry) {
-            for (const Version version : kVersions)
-                entries.push_back({name, version, entry, Written(*entry, version)});
-        };
-        for (const Sample& sample : Samples())
-            add(sample.name, std::make_shared<WRefCountFill>(&sample.fill));
-        const CGE_OUTLINE outline = OutlineSample();
-        add("outline", std::make_shared<WRefCountOutline>(&outline));
-        for (Stored& stored : WithoutCurrentSection(entries))
-            entries.push_back(std::move(stored));
-        return entries;
-    }
-    static bool IsFill(const Stored& stored) {
-        return std::string_view(stored.entry->getClassName()) == "WRefCountFill";
-    }
-    static std::unique_ptr<ArchiveObject> Empty(const Stored& stored) {
-        if (IsFill(stored)) return std::make_unique<WRefCountFill>(true);
-        return std::make_unique<WRefCountOutline>(true);
-    }
+/// The current section under a tag that nobody knows.
+Stored WithoutCurrentSection(Stored stored) {
+    SetWord(stored.bytes, 4, 3);
+    // Skipped by its size, which for two samples is more than there is.
+    SetWord(stored.bytes, 8, WordAt(stored.bytes, 8) - MissingBytes(stored.name));
+    return stored;
+}
 
-private:
-    /// The current section under a tag that nobody knows.
-    static std::vector<Stored> WithoutCurrentSection(const std::vector<Stored>& entries) {
-        std::vector<Stored> legacy;
-        for (const Stored& stored : entries) {
-            if (stored.version || WordAt(stored.bytes, 4) != 2) continue;
-            legacy.push_back(stored);
-            // Skipped by its size, which for two samples is 4 more than there is.
-            const bool bare = stored.name.find("without") != std::string::npos;
-            SetWord(legacy.back().bytes, 4, 3);
-            SetWord(legacy.back().bytes, 8, WordAt(stored.bytes, 8) - (bare ? 4 : 0));
-        }
-        return legacy;
+std::vector<Stored> StoredEntries() {
+    std::vector<Stored> entries;
+    const auto add = [&](const std::string& name, std::shared_ptr<ArchiveObject> entry) {
+        for (const Version version : kVersions)
+            entries.push_back({name, version, entry, Written(*entry, version)});
+    };
+    for (const std::string& name : kFillSamples) {
+        add(name, Read<WRefCountFill>(GoldenFills().at(name)));
+        entries.push_back(WithoutCurrentSection(entries.end()[-2]));
     }
-};
+    add("outline", Read<WRefCountOutline>(GoldenOutlines().at("solid")));
+    return entries;
+}
 
-class StreamFaults : public testing_support::LeakCheckedTest, protected StoredMaker {};
+bool IsFill(const Stored& stored) {
+    return std::string_view(stored.entry->getClassName()) == "WRefCountFill";
+}
+
+std::unique_ptr<ArchiveObject> Empty(const Stored& stored) {
+    if (IsFill(stored)) return std::make_unique<WRefCountFill>(true);
+    return std::make_unique<WRefCountOutline>(true);
+}
+
+class StreamFaults : public StreamTest {};
 
 TEST_F(StreamFaults, ReadingACutStreamEndsAndSaysSo) {
     for (const Stored& stored : StoredEntries())
@@ -128,9 +119,10 @@ void ReadAnything(const Bytes& bytes, Version version, ArchiveObject& entry, boo
 }
 
 /// Arrowheads with other bytes stay registered: blocks are counted by the tests above.
-class HostileStream : public testing::Test, protected StoredMaker {
+class HostileStream : public testing::Test {
 protected:
     ~HostileStream() override {
+        FOMMonoBmpMgr::GetInst()->FreeAllBitmaps();
         EXPECT_EQ(host::LiveTmpEntries(), m_entries);
         EXPECT_EQ(host::LiveImages(), m_images);
     }
@@ -216,7 +208,7 @@ TEST_F(StreamFaults, ManyThingsTakeNoMoreThanTheirBytesAllow) {
     std::vector<CGE_FILL> fills;
     fills.emplace_back(FillHatch).EditHatch().SetHatchArraySize(kMany);
     fills.emplace_back(FillFountain).EditFountain().SetNumColors(kMany);
-    fills.push_back(VectorSample(std::string(3000000, 'x')));
+    fills.emplace_back(FillVector).EditVector().AdoptTmpFile(TMPCreateTmpFile(Bytes(3000000)));
     fills.emplace_back(FillColorBitmap)
         .EditColorBitmap()
         .AdoptTmpFile(TMPRegisterPrivateData(UDIIMGCreateFromRIMAGE(RIMAGE::Create(2000, 1500, 1, 8))));
@@ -237,7 +229,7 @@ TEST_F(StreamFaults, ManyThingsTakeNoMoreThanTheirBytesAllow) {
 TEST_F(StreamFaults, AnEntryKeepsWhatItHasWhenMemoryRunsOut) {
     for (const Stored& stored : StoredEntries()) {
         SCOPED_TRACE(stored.name);
-        const CGE_FILL vector = VectorSample("kept");
+        const CGE_FILL vector = FillSample("vector");
         const std::unique_ptr<ArchiveObject> entry =
             IsFill(stored) ? std::make_unique<WRefCountFill>(&vector) : Empty(stored);
         Bytes before = Written(*entry);

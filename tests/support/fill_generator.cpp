@@ -1,9 +1,11 @@
 #include "support/fill_generator.h"
 
-#include <cstring>
+#include <algorithm>
 #include <limits>
 
 #include "host/base/temp_data.h"
+
+#include "support/blocks.h"
 
 namespace testing_support {
 namespace {
@@ -244,11 +246,24 @@ const Field kHatchIgnored[] = {
 #undef FIELD
 #undef SCREEN_FIELDS
 
+struct KindFields {
+    CgeFillType kind;
+    std::span<const Field> compared, ignored;
+};
+const KindFields& FieldsOf(CgeFillType kind) {
+    static const KindFields kinds[] = {
+        {FillUniform, kUniform, kUniformIgnored},    {FillFountain, kFountain, kOnlyIgnored},
+        {FillPostScript, kPostScript, kOnlyIgnored}, {FillMonoBitmap, kMono, kMonoIgnored},
+        {FillMonoBitmapAlt, kMono, kMonoIgnored},    {FillColorBitmap, kBitmap, kBitmapIgnored},
+        {FillVector, kVector, kVectorIgnored},       {FillTexture, kTexture, kTextureIgnored},
+        {FillHatch, kHatch, kHatchIgnored}};
+    static const KindFields none{FillNone, {}, kOnlyIgnored};
+    const auto found = std::ranges::find(kinds, kind, &KindFields::kind);
+    return found != std::end(kinds) ? *found : none;
+}
+
 HMEM MakeBitmap(unsigned value) {
-    const HMEM block = MEMMANAlloc(12, true);
-    std::memset(MEMMANLock(block), static_cast<int>(value), 12);
-    MEMMANUnlock(block);
-    return block;
+    return BlockOf(std::string(12, static_cast<char>(value)));
 }
 
 HUDIIMAGE MakeImage(unsigned value) {
@@ -275,47 +290,11 @@ FillGenerator::~FillGenerator() {
 }
 
 std::span<const Field> FillGenerator::ComparedFields(CgeFillType kind) {
-    switch (kind) {
-        case FillUniform:
-            return kUniform;
-        case FillFountain:
-            return kFountain;
-        case FillPostScript:
-            return kPostScript;
-        case FillMonoBitmap:
-        case FillMonoBitmapAlt:
-            return kMono;
-        case FillColorBitmap:
-            return kBitmap;
-        case FillVector:
-            return kVector;
-        case FillTexture:
-            return kTexture;
-        case FillHatch:
-            return kHatch;
-        default:
-            return {};
-    }
+    return FieldsOf(kind).compared;
 }
 
 std::span<const Field> FillGenerator::IgnoredFields(CgeFillType kind) {
-    switch (kind) {
-        case FillUniform:
-            return kUniformIgnored;
-        case FillMonoBitmap:
-        case FillMonoBitmapAlt:
-            return kMonoIgnored;
-        case FillColorBitmap:
-            return kBitmapIgnored;
-        case FillVector:
-            return kVectorIgnored;
-        case FillTexture:
-            return kTextureIgnored;
-        case FillHatch:
-            return kHatchIgnored;
-        default:
-            return kOnlyIgnored;
-    }
+    return FieldsOf(kind).ignored;
 }
 
 CGE_FILL FillGenerator::Make(CgeFillType kind) {

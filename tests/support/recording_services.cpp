@@ -211,37 +211,23 @@ struct Mono final : host::MonoPatterns, Recorder {
 }  // namespace
 
 struct RecordingServices::Set {
-    explicit Set(State& state)
-        : engine(state),
-          interfaceLayer(state),
-          folders(state),
-          preferences(state),
-          switches(state),
-          texts(state),
-          units(state, preferences, engine),
-          textures(state),
-          arrowheads(state),
-          filters(state),
-          containers(state),
-          patterns(state),
-          mono(state) {}
-
-    Engine engine;
-    Interface interfaceLayer;
-    FolderSet folders;
-    PreferenceSet preferences;
-    SwitchSet switches;
-    Texts texts;
-    UnitSet units;
-    Textures textures;
-    Arrowheads arrowheads;
-    Filters filters;
-    Containers containers;
-    Patterns patterns;
-    Mono mono;
+    State& state;
+    Engine engine{state};
+    Interface interfaceLayer{state};
+    FolderSet folders{state};
+    PreferenceSet preferences{state};
+    SwitchSet switches{state};
+    Texts texts{state};
+    UnitSet units{state, preferences, engine};
+    Textures textures{state};
+    Arrowheads arrowheads{state};
+    Filters filters{state};
+    Containers containers{state};
+    Patterns patterns{state};
+    Mono mono{state};
 };
 
-RecordingServices::RecordingServices() : m_set(std::make_unique<Set>(*this)) {}
+RecordingServices::RecordingServices() : m_set(new Set{*this}) {}
 RecordingServices::~RecordingServices() = default;
 
 host::Services RecordingServices::Get() noexcept {

@@ -85,7 +85,12 @@ PaintDocument Damage(const Run& run, Argb color) {
         WFillHandle& fill = copy.AddShape(shape.fill.GetCGEFill(), copy.Pool());
         fill.SetTilingMatrix(shape.fill.GetTilingMatrix());
         if (const CGE_OUTLINE* outline = shape.outline.GetCGEOutline())
-            copy.LastOutline().SetCGEOutline(outline);
+            copy.LastShape().outline.SetCGEOutline(outline);
+        if (shape.strokeFill) {
+            copy.LastShape().strokeFill =
+                std::make_unique<WFillHandle>(shape.strokeFill->GetCGEFill(), copy.Pool());
+            copy.LastShape().strokeFill->SetTilingMatrix(shape.strokeFill->GetTilingMatrix());
+        }
         if (ToArgb(fill.GetUniformColorspec()) != color) return;
         const Argb to = Damaged(color);
         CLR_COLORSPEC wrong;

@@ -43,6 +43,7 @@ inline constexpr std::size_t kSmallestDrawing = 8 + kDigestSize + 4 + 2 + 1 + 2;
 inline constexpr std::size_t kSmallestOmission = 8 + 1 + 1;
 inline constexpr std::size_t kMatrixSize = 48;
 inline constexpr std::size_t kShapeSize = 12;
+inline constexpr std::size_t kStrokeFillSize = 12;
 
 /// How many there are of everything.
 struct DocumentCounts {

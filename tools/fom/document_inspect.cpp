@@ -88,13 +88,18 @@ private:
 
     void VisitShapes(const StoredShapes& stored) {
         m_shapes += stored.run.count;
+        std::uint32_t strokeFill = 0;
         for (std::uint32_t i = 0; i < stored.run.count; ++i) {
             const std::uint64_t number = std::uint64_t{stored.run.first} + i;
-            if (number >= m_first && number < m_end) ShowShape(stored, i, number);
+            while (strokeFill < stored.StrokeFillCount() && stored.StrokeFill(strokeFill).shape < i)
+                ++strokeFill;
+            if (number >= m_first && number < m_end) ShowShape(stored, i, number, strokeFill);
         }
     }
 
-    void ShowShape(const StoredShapes& stored, std::uint32_t index, std::uint64_t number) {
+    /// The fill of its stroke is at `strokeFill`, if it has one.
+    void ShowShape(const StoredShapes& stored, std::uint32_t index, std::uint64_t number,
+                   std::uint32_t strokeFill) {
         const StoredShape shape = stored.Shape(index);
         Facts& row = m_facts.AddRow("shapeRecords");
         row.Add("shape", number);
@@ -105,11 +110,16 @@ private:
         add("fill", shape.fill);
         add("outline", shape.outline);
         row.Add("matrix", MatrixText(stored, shape.matrix));
+        const bool hasStrokeFill =
+            strokeFill < stored.StrokeFillCount() && stored.StrokeFill(strokeFill).shape == index;
+        const StoredStrokeFill stroke = hasStrokeFill ? stored.StrokeFill(strokeFill) : StoredStrokeFill();
+        add("strokeFill", stroke.fill);
+        row.Add("strokeMatrix", hasStrokeFill ? MatrixText(stored, stroke.matrix) : "none");
     }
 
     static std::string MatrixText(const StoredShapes& stored, std::uint32_t number) {
         if (number == 0 || number > stored.MatrixCount()) return number == 0 ? "identity" : "missing";
-        const MATRIX m = stored.Matrix(number - 1);
+        const MATRIX m = stored.Matrix(number);
         char text[160];
         std::snprintf(text, sizeof text, "%.9g %.9g %.9g %.9g %.9g %.9g", m.a, m.b, m.c, m.d, m.tx, m.ty);
         return text;

@@ -145,6 +145,8 @@ bool DocumentLoader::TakeShapes(PayloadReader& reader) {
     AddUnpainted(stored.run.first);
     for (std::uint32_t i = 0; i < stored.run.count; ++i)
         if (!TakeShape(reader, stored, i)) return false;
+    for (std::uint32_t i = 0; i < stored.StrokeFillCount(); ++i)
+        if (!TakeStrokeFill(reader, stored, i)) return false;
     return true;
 }
 
@@ -158,18 +160,35 @@ bool DocumentLoader::TakeShape(PayloadReader& reader, const StoredShapes& stored
     if (shape.matrix > stored.MatrixCount()) return refersTo("a matrix");
     if (m_lost == 0 && shape.fill > m_fills.size()) return refersTo("a fill");
     if (m_lost == 0 && shape.outline > m_outlines.size()) return refersTo("an outline");
-    AddShape(shape.fill, shape.outline, shape.matrix == 0 ? MATRIX() : stored.Matrix(shape.matrix - 1));
+    AddShape(shape.fill, shape.outline, stored.Matrix(shape.matrix));
+    return true;
+}
+
+/// For a shape of the block, all of which are there.
+bool DocumentLoader::TakeStrokeFill(PayloadReader& reader, const StoredShapes& stored, std::uint32_t index) {
+    const StoredStrokeFill stroke = stored.StrokeFill(index);
+    const auto fail = [&](const std::string& reason) {
+        return reader.Fail(stored.offset + stored.shapes.size() + std::uint64_t{index} * kStrokeFillSize,
+                           reason);
+    };
+    const std::uint64_t least = index == 0 ? 0 : std::uint64_t{stored.StrokeFill(index - 1).shape} + 1;
+    if (stroke.shape < least || stroke.shape >= stored.run.count)
+        return fail("the fills of strokes are not in the order of the block's shapes");
+    const std::string of = "the stroke of shape " + Grouped(std::uint64_t{stored.run.first} + stroke.shape);
+    if (stored.Shape(stroke.shape).outline == 0) return fail(of + " has a fill and no outline");
+    if (stroke.matrix > stored.MatrixCount()) return fail(of + " refers to a matrix that is not there");
+    if (stroke.fill == 0 || (m_lost == 0 && stroke.fill > m_fills.size()))
+        return fail(of + " refers to a fill that is not there");
+    AddStrokeFill(m_document.Shape(std::size_t{stored.run.first} + stroke.shape), stroke.fill,
+                  stored.Matrix(stroke.matrix));
     return true;
 }
 
 /// Numbers from 1. Handles of an entry are copies of the first one, which is quicker than making them.
 void DocumentLoader::AddShape(std::uint32_t fill, std::uint32_t outline, const MATRIX& matrix) {
     const auto number = static_cast<std::uint32_t>(m_document.ShapeCount() + 1);
-    const auto slotOf = [](auto& slots, std::uint32_t index) {
-        return index != 0 && index <= slots.size() && slots[index - 1].entry ? &slots[index - 1] : nullptr;
-    };
-    Slot<WRefCountFill>* const filled = slotOf(m_fills, fill);
-    Slot<WRefCountOutline>* const stroked = slotOf(m_outlines, outline);
+    Slot<WRefCountFill>* const filled = FindSlot(m_fills, fill);
+    Slot<WRefCountOutline>* const stroked = FindSlot(m_outlines, outline);
     m_document.ReserveShape();
     WFillHandle& added =
         !filled         ? m_document.AddShape(false, m_document.Pool())
@@ -179,10 +198,24 @@ void DocumentLoader::AddShape(std::uint32_t fill, std::uint32_t outline, const M
     if (filled && !filled->shape) filled->shape = number;
     if ((fill != 0 && !filled) || (outline != 0 && !stroked)) ++m_unpainted;
     if (!stroked) return;
-    m_document.LastOutline() = stroked->shape ? m_document.Shape(stroked->shape - 1).outline
-                                              : WOutlineHandle(const_cast<WRefCountOutline*>(stroked->entry),
-                                                               &m_document.OutlinePool());
+    m_document.LastShape().outline =
+        stroked->shape
+            ? m_document.Shape(stroked->shape - 1).outline
+            : WOutlineHandle(const_cast<WRefCountOutline*>(stroked->entry), &m_document.OutlinePool());
     if (!stroked->shape) stroked->shape = number;
+}
+
+/// A stroke whose fill is missing has the outline's colour; one whose outline is missing is none.
+void DocumentLoader::AddStrokeFill(ShapePaints& shape, std::uint32_t fill, const MATRIX& matrix) {
+    if (!shape.outline.GetRefCountOutline()) return;
+    const Slot<WRefCountFill>* const slot = FindSlot(m_fills, fill);
+    if (!slot) {
+        ++m_unpainted;
+        return;
+    }
+    shape.strokeFill =
+        std::make_unique<WFillHandle>(const_cast<WRefCountFill*>(slot->entry), m_document.Pool());
+    shape.strokeFill->SetTilingMatrix(matrix);
 }
 
 bool DocumentLoader::TakeEnd(PayloadReader& reader) {

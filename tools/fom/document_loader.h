@@ -46,6 +46,12 @@ private:
         const Entry* entry = nullptr;  // null where it is missing
         std::uint32_t shape = 0;       // from 1, the first one that has it
     };
+    /// By number, from 1; null for none and for a missing one.
+    template <class Entry>
+    static Slot<Entry>* FindSlot(std::vector<Slot<Entry>>& slots, std::uint32_t number) noexcept {
+        return number != 0 && number <= slots.size() && slots[number - 1].entry ? &slots[number - 1]
+                                                                                : nullptr;
+    }
     bool Resume(PayloadReader& reader, std::uint64_t offset, const BlockRun& run, std::size_t have,
                 std::size_t smallest, std::uint32_t& missing, const char* what);
     template <class Entry, class List>
@@ -55,8 +61,10 @@ private:
     bool TakeDrawing(PayloadReader& reader);
     bool TakeShapes(PayloadReader& reader);
     bool TakeShape(PayloadReader& reader, const StoredShapes& stored, std::uint32_t index);
+    bool TakeStrokeFill(PayloadReader& reader, const StoredShapes& stored, std::uint32_t index);
     bool TakeEnd(PayloadReader& reader);
     void AddShape(std::uint32_t fill, std::uint32_t outline, const MATRIX& matrix);
+    void AddStrokeFill(ShapePaints& shape, std::uint32_t fill, const MATRIX& matrix);
     void AddUnpainted(std::uint64_t count);
     void AddMissingShapes(std::uint32_t count);
     void AddPlaceholder(std::uint64_t shapes);

@@ -10,7 +10,7 @@ namespace {
 
 struct Measures {
     std::uint64_t drawings = 0, fileBytes = 0;
-    std::uint64_t shapes = 0, stroked = 0, transformed = 0, matrices = 0;
+    std::uint64_t shapes = 0, stroked = 0, filledStrokes = 0, transformed = 0, matrices = 0;
     std::map<std::uint32_t, std::uint64_t> blocks, bytes;  // by tag
 };
 
@@ -28,6 +28,7 @@ BlockVisitor MakeVisitor(Measures& measures, KindCounts& kinds) {
     visitor.shapes = [&measures](const StoredShapes& stored) {
         measures.shapes += stored.run.count;
         measures.matrices += stored.MatrixCount();
+        measures.filledStrokes += stored.StrokeFillCount();
         for (std::uint32_t i = 0; i < stored.run.count; ++i) {
             const StoredShape shape = stored.Shape(i);
             measures.stroked += shape.outline != 0;
@@ -46,6 +47,7 @@ void AddMeasures(const Measures& measures, const KindCounts& kinds, std::uint64_
     facts.AddFraction("shapesPerFill", Share(measures.shapes, kinds.Fills()));
     kinds.AddOutlines(facts.AddGroup("outlines"));
     facts.Add("strokedShapes", measures.stroked);
+    facts.Add("filledStrokes", measures.filledStrokes);
     facts.AddFraction("shapesPerOutline", Share(measures.stroked, kinds.Outlines()));
     facts.Add("transformedShapes", measures.transformed);
     facts.Add("matrices", measures.matrices);

@@ -98,12 +98,17 @@ private:
 
     void CheckShapes(const StoredShapes& stored) {
         std::vector<bool> used(stored.MatrixCount());
+        const auto use = [&](std::uint32_t fill, std::uint32_t matrix) {
+            m_fills.Use(fill);
+            if (matrix != 0 && matrix <= used.size()) used[matrix - 1] = true;
+        };
         for (std::uint32_t i = 0; i < stored.run.count; ++i) {
             const StoredShape shape = stored.Shape(i);
-            m_fills.Use(shape.fill);
+            use(shape.fill, shape.matrix);
             m_outlines.Use(shape.outline);
-            if (shape.matrix != 0 && shape.matrix <= used.size()) used[shape.matrix - 1] = true;
         }
+        for (std::uint32_t i = 0; i < stored.StrokeFillCount(); ++i)
+            use(stored.StrokeFill(i).fill, stored.StrokeFill(i).matrix);
         CheckMatrices(stored, used);
     }
 
@@ -111,7 +116,7 @@ private:
         const std::uint64_t start = stored.offset - stored.matrices.size();
         std::set<MatrixBytes> known{StoredMatrix({})};
         for (std::uint32_t i = 0; i < stored.MatrixCount(); ++i) {
-            const bool isNew = known.insert(StoredMatrix(stored.Matrix(i))).second;
+            const bool isNew = known.insert(StoredMatrix(stored.Matrix(i + 1))).second;
             if (isNew && used[i]) continue;
             Note(start + std::uint64_t{i} * kMatrixSize,
                  "matrix " + Grouped(i) + " of the block is " +

@@ -48,6 +48,7 @@ private:
 
     bool AddDrawing(const SourceDrawing& drawing);
     bool AddShape(const ShapePaints& shape);
+    bool AddStrokeFill(const WFillHandle& fill);
     std::uint32_t MatrixNumber(const MATRIX& matrix);
     bool EndChapter();
     bool IsChapterFull() const noexcept;
@@ -62,11 +63,11 @@ private:
     std::uint32_t m_drawings = 0, m_shapes = 0;
     // Of the chapter, and what stands before it.
     BlockBuilder m_fillBlock{kFillsTag, 2}, m_outlineBlock{kOutlinesTag, 2};
-    BlockBuilder m_drawingBlock{kDrawingsTag, 3}, m_shapeBlock{kShapesTag, 3};
+    BlockBuilder m_drawingBlock{kDrawingsTag, 3}, m_shapeBlock{kShapesTag, 4};
     DocumentCounts m_before;
     std::uint32_t m_announced = 0, m_announcedBefore = 0;  // shapes of the drawings
     std::map<MatrixBytes, std::uint32_t> m_matrixNumbers;
-    std::vector<std::uint8_t> m_shapeRecords;  // follow the matrices
+    std::vector<std::uint8_t> m_shapeRecords, m_strokeFillRecords;  // follow the matrices
 };
 
 bool DocumentWriter::AddDrawing(const SourceDrawing& drawing) {
@@ -110,8 +111,23 @@ bool DocumentWriter::AddShape(const ShapePaints& shape) {
                     " cannot be stored whole: that of shape " + std::to_string(m_shapes));
     for (const std::uint32_t word : words)
         Append(m_shapeRecords, word);
+    if (shape.strokeFill && words[1] != 0 && !AddStrokeFill(*shape.strokeFill)) return false;
     ++m_shapes;
     return !IsChapterFull() || EndChapter();
+}
+
+/// Of the shape that is being added. Nothing is written for a handle that holds no fill.
+bool DocumentWriter::AddStrokeFill(const WFillHandle& fill) {
+    bool isWhole = true;
+    const WRefCountFill* entry = fill.GetRefCountFill();
+    if (!entry) return true;
+    const std::uint32_t number = m_fillTable.Find(*entry, m_fillBlock.Bytes(), isWhole) + 1;
+    if (!isWhole)
+        return Fail("a fill cannot be stored whole: that of the stroke of shape " + std::to_string(m_shapes));
+    for (const std::uint32_t word :
+         {m_shapes - m_before.shapes, number, MatrixNumber(fill.GetTilingMatrix())})
+        Append(m_strokeFillRecords, word);
+    return true;
 }
 
 /// From 1, in the chapter; 0 for the identity.
@@ -127,23 +143,27 @@ std::uint32_t DocumentWriter::MatrixNumber(const MATRIX& matrix) {
 
 bool DocumentWriter::IsChapterFull() const noexcept {
     return m_fillBlock.Size() + m_outlineBlock.Size() + m_drawingBlock.Size() + m_shapeBlock.Size() +
-               m_shapeRecords.size() >=
+               m_shapeRecords.size() + m_strokeFillRecords.size() >=
            kChapter;
 }
 
 bool DocumentWriter::EndChapter() {
     const DocumentCounts now{m_fillTable.Count(), m_outlineTable.Count(), m_drawings, m_shapes};
     const auto matrices = static_cast<std::uint32_t>(m_matrixNumbers.size());
+    const auto strokeFills = static_cast<std::uint32_t>(m_strokeFillRecords.size() / kStrokeFillSize);
     m_shapeBlock.Add(m_shapeRecords);
-    const bool written = WriteBlock(m_fillBlock, {m_before.fills, now.fills - m_before.fills}) &&
-                         WriteBlock(m_outlineBlock, {m_before.outlines, now.outlines - m_before.outlines}) &&
-                         WriteBlock(m_drawingBlock, {m_before.drawings, now.drawings - m_before.drawings,
-                                                     m_announcedBefore}) &&
-                         WriteBlock(m_shapeBlock, {m_before.shapes, now.shapes - m_before.shapes, matrices});
+    m_shapeBlock.Add(m_strokeFillRecords);
+    const bool written =
+        WriteBlock(m_fillBlock, {m_before.fills, now.fills - m_before.fills}) &&
+        WriteBlock(m_outlineBlock, {m_before.outlines, now.outlines - m_before.outlines}) &&
+        WriteBlock(m_drawingBlock,
+                   {m_before.drawings, now.drawings - m_before.drawings, m_announcedBefore}) &&
+        WriteBlock(m_shapeBlock, {m_before.shapes, now.shapes - m_before.shapes, matrices, strokeFills});
     m_before = now;
     m_announcedBefore = m_announced;
     m_matrixNumbers.clear();
     m_shapeRecords.clear();
+    m_strokeFillRecords.clear();
     return written;
 }
 

@@ -2,14 +2,17 @@
 
 #include <cstddef>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "host/base/atomic_file.h"
 
-#include "fom/element_paint.h"
+#include "fom/element_paints.h"
 #include "fom/element_style.h"
+#include "fom/instance_copies.h"
+#include "fom/instance_kinds.h"
+#include "fom/instance_limits.h"
+#include "fom/instance_versions.h"
 #include "fom/path_text.h"
 #include "fom/svg_definitions.h"
 #include "fom/svg_fill.h"
@@ -23,14 +26,6 @@
 namespace command {
 namespace {
 
-/// What becomes of one element, which "use" may draw as several shapes.
-struct Plan {
-    ElementPaint paint;
-    std::size_t shapes = 0;
-    bool isDisputed = false;  ///< its shapes have different paints
-    bool isPartial = false;   ///< some paint of the drawing stays
-};
-
 /// One drawing while it is rewritten.
 class Rewriting {
 public:
@@ -42,7 +37,7 @@ public:
           m_text(std::move(bytes)),
           m_definitions(m_text.Units()),
           m_fills(m_definitions),
-          m_strokes(m_definitions) {}
+          m_strokes(m_definitions, m_fills) {}
 
     /// Answers why the drawing cannot be used; nothing when the result is whole.
     std::optional<std::string> Run();
@@ -51,20 +46,23 @@ public:
 private:
     bool IsSource() const;
     void Add(const svg::Shape& shape);
-    void Paint(const Plan& plan, const svg::StartTag& tag, std::string_view style);
-    bool PaintAll();
+    bool PaintAll(const svg::Document& drawing);
+    bool PaintElements(const InstanceVersions& versions, const InstanceCopies& copies,
+                       const InstanceCopies::Edit& edit);
+    void Paint(svg::Splice& splice, const svg::StartTag& tag, host::XmlNode element, std::size_t paint,
+               std::size_t shapes);
 
     const PaintDocument& m_document;
     const SourceDrawing& m_drawing;
     const std::size_t m_first;
     std::size_t m_seen = 0;
     const svg::DrawingText m_text;
-    svg::Splice m_splice;
     SvgDefinitions m_definitions;
     SvgFills m_fills;
     SvgStrokes m_strokes;
-    host::XmlNode m_root;
-    std::unordered_map<const void*, Plan> m_plans;
+    const host::XmlDocument* m_xml = nullptr;
+    ElementPaints m_paints;
+    InstanceKinds m_kinds;
     RewrittenDrawing m_result;
 };
 
@@ -78,7 +76,7 @@ std::optional<std::string> Rewriting::Run() {
                std::to_string(m_drawing.shapes) + " of them";
     if (m_seen == 0) {
         m_result.text = m_text.Bytes();
-    } else if (!PaintAll()) {
+    } else if (!PaintAll(drawing)) {
         return "its markup cannot be followed";
     }
     return std::nullopt;
@@ -94,55 +92,76 @@ bool Rewriting::IsSource() const {
 
 void Rewriting::Add(const svg::Shape& shape) {
     if (m_seen++ >= m_drawing.shapes) return;
-    if (!m_root) m_root = shape.xml->Root();
+    m_xml = shape.xml;
     const ShapePaints& paints = m_document.Shape(m_first + m_seen - 1);
     ElementPaint paint;
-    const bool isFilled = m_fills.Declare(paints.fill, shape, paint, m_result.reasons);
-    const bool isStroked = m_strokes.Declare(paints.outline.GetCGEOutline(), shape, paint, m_result.reasons);
-    const auto [known, isNew] = m_plans.try_emplace(shape.node.Identity());
-    Plan& plan = known->second;
-    if (isNew) {
-        plan.paint = std::move(paint);
-    } else {
-        plan.isDisputed = plan.isDisputed || plan.paint != paint;
-    }
-    plan.isPartial = plan.isPartial || !isFilled || !isStroked;
-    ++plan.shapes;
+    const bool isFilled = m_fills.Declare(paints.fill, PaintedPart::Interior, shape, paint, m_result.reasons);
+    const bool isStroked = m_strokes.Declare(paints, shape, paint, m_result.reasons);
+    m_kinds.Add(shape, m_paints.Add(std::move(paint), isFilled && isStroked));
 }
 
-/// Paints one element; counts the shapes that keep their paints.
-void Rewriting::Paint(const Plan& plan, const svg::StartTag& tag, std::string_view style) {
-    if (plan.isDisputed) {
-        m_result.reasons.Count("drawn several times with different paints", plan.shapes);
-    } else if (!InsertStyle(m_splice, tag, style, plan.paint.declarations)) {
-        m_result.reasons.Count("style that insists on its paint", plan.shapes);
-    } else {
-        m_definitions.Use(plan.paint);
-        if (!plan.isPartial) m_result.painted += plan.shapes;
-    }
+/// False when the text cannot be followed.
+bool Rewriting::PaintAll(const svg::Document& drawing) {
+    m_kinds.Finish();
+    const svg::Namespaces namespaces(m_xml->Root());
+    InstanceLimits limits(drawing, *m_xml, m_paints, m_text.Bytes().size() / m_text.Units().size());
+    const InstanceVersions versions(m_kinds, limits.SharesOriginals(),
+                                    [&](const InstanceKind& kind) { return limits.FindObstacle(kind); });
+    const InstanceCopies copies(m_text, namespaces, m_kinds, versions);
+    return PaintElements(versions, copies,
+                         [&](svg::Splice& splice, const svg::StartTag& tag, host::XmlNode element,
+                             const InstancePart& part, std::size_t shapes) {
+                             if (part.isUse)
+                                 return !versions.IsCopied(part.number) ||
+                                        copies.Lead(splice, tag, part.number);
+                             Paint(splice, tag, element, part.number, shapes);
+                             return true;
+                         });
 }
 
 /// Goes through the tags as they stand and through the elements as they were read, side by side. False when
 /// the two part.
-bool Rewriting::PaintAll() {
+bool Rewriting::PaintElements(const InstanceVersions& versions, const InstanceCopies& copies,
+                              const InstanceCopies::Edit& edit) {
+    svg::Splice splice;
     svg::StartTagReader tags(m_text.Units());
+    std::vector<std::size_t> starts;
     std::size_t inside = 0;
     bool good = true;
-    svg::WalkElements(m_root, [&](host::XmlNode element, unsigned depth) {
+    svg::WalkElements(m_xml->Root(), [&](host::XmlNode element, unsigned depth) {
         const std::optional<svg::StartTag> tag = good ? tags.Next() : std::nullopt;
         good = tag.has_value();
         if (!good) return false;
         if (depth == 0) inside = tag->end;
-        const auto plan = m_plans.find(element.Identity());
-        if (plan == m_plans.end()) return true;
+        starts.resize(depth);
+        starts.push_back(tag->start);
+        good = copies.Insert(splice, element, starts, edit);
+        const InstanceVersions::Original* original = good ? versions.Find(element) : nullptr;
+        if (!original) return good;
         good = tag->name == element.Name();
-        if (good) Paint(plan->second, *tag, element.Attribute("style").Value());
+        if (original->dispute.empty()) {
+            good = good && edit(splice, *tag, element, original->part, original->shapes);
+        } else if (!original->part.isUse) {
+            m_result.reasons.Count(original->dispute, original->shapes);
+        }
         return good;
     });
     if (!good || tags.Next()) return false;
-    m_splice.Insert(inside, m_definitions.Element());
-    m_result.text = m_splice.Apply(m_text);
+    splice.Insert(inside, m_definitions.Element());
+    m_result.text = splice.Apply(m_text);
     return true;
+}
+
+/// Paints one element; counts the shapes that keep their paints.
+void Rewriting::Paint(svg::Splice& splice, const svg::StartTag& tag, host::XmlNode element, std::size_t paint,
+                      std::size_t shapes) {
+    const ElementPaints::Entry& entry = m_paints[paint];
+    if (!InsertStyle(splice, tag, element.Attribute("style").Value(), entry.paint.declarations)) {
+        m_result.reasons.Count("style that insists on its paint", shapes);
+    } else {
+        m_definitions.Use(entry.paint);
+        if (entry.isWhole) m_result.painted += shapes;
+    }
 }
 
 }  // namespace

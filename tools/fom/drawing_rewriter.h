@@ -24,8 +24,9 @@ struct RewrittenDrawing {
 
 /// Reads the drawing in `file` and gives each of its shapes the fill and the outline that the document has
 /// for it: the shapes from `first` on belong to `drawing`. Geometry, structure, opacity and everything that
-/// is no paint stay byte for byte. Empty, with `error` filled, when the file cannot be read or is not the
-/// one that the document was made of. Throws bad_alloc. Main thread only.
+/// is no paint stay byte for byte; but what "use" draws several times with different paints is copied beside
+/// itself, and each "use" is led to what has its paints. Empty, with `error` filled, when the file cannot be
+/// read or is not the one that the document was made of. Throws bad_alloc. Main thread only.
 std::optional<RewrittenDrawing> RewriteDrawing(const std::filesystem::path& file,
                                                const PaintDocument& document, const SourceDrawing& drawing,
                                                std::size_t first, host::Error& error);

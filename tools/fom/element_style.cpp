@@ -30,15 +30,15 @@ bool MayBeOpen(std::string_view style) {
 
 bool InsertStyle(svg::Splice& splice, const svg::StartTag& tag, std::string_view style,
                  const std::string& declarations) {
-    if (tag.style == svg::StartTag::kNone) {
+    if (!tag.style) {
         splice.Insert(tag.nameEnd, " style=\"" + declarations + "\"");
         return true;
     }
     if (InsistsOnPaint(style)) {
         if (MayBeOpen(style)) return false;
-        splice.Insert(tag.styleEnd, ";" + declarations);
+        splice.Insert(tag.style.end, ";" + declarations);
     } else {
-        splice.Insert(tag.style, declarations);
+        splice.Insert(tag.style.value, declarations);
     }
     return true;
 }

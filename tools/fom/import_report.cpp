@@ -91,6 +91,7 @@ ImportReport MakeReport(const Importer& importer) {
     report.paintColors = tally.texts.Colors();
     report.paintReferences = tally.texts.References();
     report.unusedDefinitions = tally.unusedDefinitions;
+    report.filledStrokes = tally.filledStrokes;
     if (tally.fillBytes > 0 && report.distinctFills > 0)
         report.bytesPerFill = double(tally.fillBytes) / double(report.distinctFills);
     if (tally.outlineBytes > 0 && report.distinctOutlines > 0)
@@ -110,7 +111,8 @@ std::string ToText(const ImportReport& report) {
     AppendRow(out, "shapes per fill", Fixed(report.Sharing(), "%.2f"));
     AppendRow(out, "unused definitions", Grouped(report.unusedDefinitions));
     if (report.bytesPerFill) AppendRow(out, "heap bytes per fill", Fixed(*report.bytesPerFill, "%.0f"));
-    AppendRow(out, "stroked shapes", Grouped(report.strokedShapes));
+    AppendRow(out, "stroked shapes", Grouped(report.strokedShapes),
+              report.filledStrokes == 0 ? "" : Grouped(report.filledStrokes) + " by gradients and patterns");
     AppendRow(out, "distinct outlines", Grouped(report.distinctOutlines), DescribeKinds(report.penKinds));
     AppendRow(out, "shapes per outline", Fixed(report.OutlineSharing(), "%.2f"));
     AppendRow(out, "with arrowheads", Grouped(report.arrowOutlines));

@@ -27,6 +27,8 @@ struct ImportReport {
     std::optional<double> bytesPerFill;
     /// Shapes with an outline.
     std::size_t strokedShapes = 0;
+    /// Of these, with a gradient or a pattern: the document has a fill for the stroke too.
+    std::size_t filledStrokes = 0;
     std::size_t distinctOutlines = 0;
     /// Distinct outlines by the name of their pen's kind; a kind without outlines is not named.
     std::map<std::string, std::size_t> penKinds;

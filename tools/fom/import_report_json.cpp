@@ -20,6 +20,7 @@ std::string ToJson(const ImportReport& report) {
         json["heapBytesPerFill"] = nullptr;
     }
     json["strokedShapes"] = report.strokedShapes;
+    json["filledStrokes"] = report.filledStrokes;
     json["distinctOutlines"] = {{"total", report.distinctOutlines},
                                 {"byKind", report.penKinds},
                                 {"withArrowheads", report.arrowOutlines}};

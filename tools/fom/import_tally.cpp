@@ -37,6 +37,7 @@ void PaintTexts::Add(const PaintTexts& other) {
 
 void ImportTally::Add(const ImportTally& other) {
     unusedDefinitions += other.unusedDefinitions;
+    filledStrokes += other.filledStrokes;
     fillBytes += other.fillBytes;
     outlineBytes += other.outlineBytes;
     omissions.Add(other.omissions);

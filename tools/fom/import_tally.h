@@ -39,6 +39,7 @@ private:
 /// What is counted while drawings are read.
 struct ImportTally {
     std::size_t unusedDefinitions = 0;
+    std::size_t filledStrokes = 0;  ///< by a gradient or a pattern
     std::int64_t fillBytes = 0;     ///< heap taken for fills
     std::int64_t outlineBytes = 0;  ///< heap taken for outlines
     svg::Omissions omissions;

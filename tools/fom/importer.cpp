@@ -17,6 +17,16 @@
 #include "svg/document.h"
 
 namespace command {
+namespace {
+
+/// From the space of a gradient's or a pattern's fill to the page.
+MATRIX FillMatrix(const svg::Paint& paint, const svg::Shape& shape) {
+    const bool isGradient = paint.kind == svg::Paint::Kind::Gradient;
+    return ToDocumentUnits(
+        ToMatrix(isGradient ? shape.transform : shape.transform * paint.pattern->transform));
+}
+
+}  // namespace
 
 /// One drawing while it is read; what it adds stays only when it is kept.
 class Importer::Drawing {
@@ -34,13 +44,13 @@ private:
     bool Load(const std::filesystem::path& path, host::Error& error);
     void Add(const svg::Shape& shape);
     void Count(const svg::Shape& shape);
-    void AddSolid(const svg::Color& color);
-    void AddGradient(const svg::Shape& shape);
-    void AddPattern(const svg::Shape& shape);
+    void AddFill(const svg::Shape& shape);
     void AddOutline(const svg::Shape& shape);
-    const WFillHandle* FindPattern(const svg::Shape& shape);
-    const PooledPattern* PoolPattern(const svg::Shape& shape, const std::optional<svg::Rect>& box,
-                                     std::string key);
+    const WFillHandle* FindServer(const svg::Paint& paint, const svg::Shape& shape);
+    const WFillHandle& FindGradient(const svg::Gradient& gradient);
+    const WFillHandle* FindPattern(const svg::Pattern& pattern, const svg::Shape& shape);
+    const PooledPattern* PoolPattern(const svg::Pattern& pattern, const svg::Shape& shape,
+                                     const std::optional<svg::Rect>& box, std::string key);
     void Keep(std::string name);
 
     /// Calls `make` and adds the heap that it took to `bytes`.
@@ -138,23 +148,9 @@ void Importer::Drawing::Keep(std::string name) {
 void Importer::Drawing::Add(const svg::Shape& shape) {
     if (m_fault) return;
     m_importer.m_document.ReserveShape();
-    switch (shape.fill.kind) {
-        case svg::Paint::Kind::None:
-            Measure([this] { return &m_importer.m_document.AddShape(false, m_importer.m_document.Pool()); });
-            break;
-        case svg::Paint::Kind::Solid:
-            AddSolid(shape.fill.color);
-            break;
-        case svg::Paint::Kind::Gradient:
-            AddGradient(shape);
-            break;
-        case svg::Paint::Kind::Pattern:
-            AddPattern(shape);
-            break;
-    }
-    if (m_fault) return;
-    if (shape.stroke.paint.kind != svg::Paint::Kind::None) AddOutline(shape);
-    Count(shape);
+    AddFill(shape);
+    if (!m_fault && shape.stroke.paint.kind != svg::Paint::Kind::None) AddOutline(shape);
+    if (!m_fault) Count(shape);
 }
 
 void Importer::Drawing::Count(const svg::Shape& shape) {
@@ -168,67 +164,75 @@ void Importer::Drawing::Count(const svg::Shape& shape) {
         m_tally.omissions.Count("transparency of a solid colour");
 }
 
-void Importer::Drawing::AddSolid(const svg::Color& color) {
-    const CLR_COLORSPEC spec = ToColor(color);
-    Measure([&] { return &m_importer.m_document.AddShape(&spec, m_importer.m_document.Pool()); });
-}
-
-void Importer::Drawing::AddGradient(const svg::Shape& shape) {
-    const auto known = m_servers.find(shape.fill.gradient);
-    const WFillHandle* fill = known == m_servers.end() ? nullptr : &known->second;
-    if (!fill) {
-        CGE_FILL record(FillFountain);
-        record.EditFountain() = MapGradient(*shape.fill.gradient, m_tally.omissions);
-        const auto& pool = m_importer.m_document.Pool();
-        const WFillHandle pooled = Measure([&] { return WFillHandle(&record, pool); });
-        fill = &m_servers.emplace(shape.fill.gradient, pooled).first->second;
+void Importer::Drawing::AddFill(const svg::Shape& shape) {
+    PaintDocument& document = m_importer.m_document;
+    if (shape.fill.kind == svg::Paint::Kind::None) {
+        Measure([&] { return &document.AddShape(false, document.Pool()); });
+    } else if (shape.fill.kind == svg::Paint::Kind::Solid) {
+        const CLR_COLORSPEC color = ToColor(shape.fill.color);
+        Measure([&] { return &document.AddShape(&color, document.Pool()); });
+    } else if (const WFillHandle* fill = FindServer(shape.fill, shape)) {
+        document.AddShape(*fill).SetTilingMatrix(FillMatrix(shape.fill, shape));
     }
-    WFillHandle& added = m_importer.m_document.AddShape(*fill);
-    added.SetTilingMatrix(ToDocumentUnits(ToMatrix(shape.transform)));
-}
-
-void Importer::Drawing::AddPattern(const svg::Shape& shape) {
-    const auto known = m_servers.find(shape.fill.pattern);
-    const WFillHandle* fill = known == m_servers.end() ? FindPattern(shape) : &known->second;
-    if (!fill) return;
-    WFillHandle& added = m_importer.m_document.AddShape(*fill);
-    added.SetTilingMatrix(ToDocumentUnits(ToMatrix(shape.transform * shape.fill.pattern->transform)));
 }
 
 void Importer::Drawing::AddOutline(const svg::Shape& shape) {
+    PaintDocument& document = m_importer.m_document;
+    const svg::Paint& paint = shape.stroke.paint;
     const CGE_OUTLINE record = m_outlines.Map(shape.stroke, shape.transform, m_tally.omissions);
-    WOutlineHandle& outline = m_importer.m_document.LastOutline();
     Measure(m_tally.outlineBytes, [&] {
-        outline.SetCGEOutline(&record);
+        document.LastShape().outline.SetCGEOutline(&record);
         return true;
     });
+    if (paint.kind == svg::Paint::Kind::Solid) return;
+    const WFillHandle* fill = FindServer(paint, shape);
+    if (!fill) return;
+    ++m_tally.filledStrokes;
+    document.LastShape().strokeFill = std::make_unique<WFillHandle>(*fill);
+    document.LastShape().strokeFill->SetTilingMatrix(FillMatrix(paint, shape));
+}
+
+/// The fill of a gradient or a pattern. Null, with the fault noted, for a broken one.
+const WFillHandle* Importer::Drawing::FindServer(const svg::Paint& paint, const svg::Shape& shape) {
+    const bool isGradient = paint.kind == svg::Paint::Kind::Gradient;
+    const void* const server = isGradient ? static_cast<const void*>(paint.gradient) : paint.pattern;
+    if (const auto known = m_servers.find(server); known != m_servers.end()) return &known->second;
+    return isGradient ? &FindGradient(*paint.gradient) : FindPattern(*paint.pattern, shape);
+}
+
+const WFillHandle& Importer::Drawing::FindGradient(const svg::Gradient& gradient) {
+    CGE_FILL record(FillFountain);
+    record.EditFountain() = MapGradient(gradient, m_tally.omissions);
+    const WFillHandle pooled = Measure([&] { return WFillHandle(&record, m_importer.m_document.Pool()); });
+    return m_servers.emplace(&gradient, pooled).first->second;
 }
 
 /// Vector fills with different temporary data differ for the pool, so that equal patterns are recognised
 /// here, whichever drawing they are in. Null when the pattern is broken.
-const WFillHandle* Importer::Drawing::FindPattern(const svg::Shape& shape) {
+const WFillHandle* Importer::Drawing::FindPattern(const svg::Pattern& pattern, const svg::Shape& shape) {
     const std::optional<svg::Rect> box = shape.Bounds(m_tally.omissions);
-    std::string key = PatternKey(*shape.fill.pattern, box);
+    std::string key = PatternKey(pattern, box);
     const PooledPattern* pooled = nullptr;
     if (const auto found = m_importer.m_patterns.find(key); found != m_importer.m_patterns.end()) {
         pooled = &found->second;
     } else if (const auto own = m_patterns.find(key); own != m_patterns.end()) {
         pooled = &own->second;
     } else {
-        pooled = PoolPattern(shape, box, std::move(key));
+        pooled = PoolPattern(pattern, shape, box, std::move(key));
     }
     if (!pooled) return nullptr;
     m_tally.omissions.Add(pooled->omissions);
-    return &m_servers.emplace(shape.fill.pattern, pooled->fill).first->second;
+    return &m_servers.emplace(&pattern, pooled->fill).first->second;
 }
 
-const Importer::PooledPattern* Importer::Drawing::PoolPattern(const svg::Shape& shape,
+const Importer::PooledPattern* Importer::Drawing::PoolPattern(const svg::Pattern& pattern,
+                                                              const svg::Shape& shape,
                                                               const std::optional<svg::Rect>& box,
                                                               std::string key) {
     svg::Omissions omissions;
     host::Error error;
     const std::optional<WFillHandle> fill = Measure([&]() -> std::optional<WFillHandle> {
-        const std::optional<CGE_FILL> record = MapPattern(*shape.fill.pattern, box, omissions, error);
+        const std::optional<CGE_FILL> record = MapPattern(pattern, box, omissions, error);
         if (!record) return std::nullopt;
         return std::optional<WFillHandle>(std::in_place, &*record, m_importer.m_document.Pool());
     });

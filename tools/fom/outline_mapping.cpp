@@ -14,16 +14,6 @@
 namespace command {
 namespace {
 
-void CountColor(const svg::Paint& paint, svg::Omissions& omissions) {
-    if (paint.kind == svg::Paint::Kind::Gradient) {
-        omissions.Count("gradient stroke");
-    } else if (paint.kind == svg::Paint::Kind::Pattern) {
-        omissions.Count("pattern stroke");
-    } else if (paint.color.alpha < 1) {
-        omissions.Count("transparency of a solid colour");
-    }
-}
-
 /// The smallest angle whose miter is at most `ratio` times as long as the line is wide, millionths of a
 /// degree.
 std::int32_t ToMiterAngle(double ratio) noexcept {
@@ -51,25 +41,26 @@ void SetDashes(CGE_OUTLINE& pen, const svg::Stroke& stroke, double scale, svg::O
 }
 
 bool HasColorOf(const svg::Marker& marker, const svg::Paint& paint) noexcept {
-    if (marker.fillIsStroke) return true;
+    if (paint.kind != svg::Paint::Kind::Solid) return false;
     const svg::Color &own = marker.fill.color, &line = paint.color;
-    return marker.fill.kind == svg::Paint::Kind::Solid && paint.kind == svg::Paint::Kind::Solid &&
-           own.r == line.r && own.g == line.g && own.b == line.b;
+    return marker.fillIsStroke || (marker.fill.kind == svg::Paint::Kind::Solid && own.r == line.r &&
+                                   own.g == line.g && own.b == line.b);
 }
-
-}  // namespace
 
 CLR_COLORSPEC StrokeColor(const svg::Paint& paint) noexcept {
     if (paint.kind == svg::Paint::Kind::Gradient) return ToColor(paint.gradient->stops->front().color);
     return ToColor(paint.kind == svg::Paint::Kind::Pattern ? svg::Color() : paint.color);
 }
 
+}  // namespace
+
 CGE_OUTLINE OutlineMapper::Map(const svg::Stroke& stroke, const svg::Matrix& transform,
                                svg::Omissions& omissions) {
     CGE_OUTLINE pen;
     pen.type = OutlineSolid;
-    CountColor(stroke.paint, omissions);
     pen.color = StrokeColor(stroke.paint);
+    if (stroke.paint.kind == svg::Paint::Kind::Solid && stroke.paint.color.alpha < 1)
+        omissions.Count("transparency of a solid colour");
     if (stroke.opacity < 1) omissions.Count("stroke opacity");
     pen.endCaps = static_cast<std::uint16_t>(stroke.cap);
     pen.join = static_cast<std::uint16_t>(stroke.join);

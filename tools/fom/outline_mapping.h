@@ -10,15 +10,13 @@
 
 namespace command {
 
-/// The colour that stands for a stroke's paint: of a gradient that of its first stop, of a pattern black.
-CLR_COLORSPEC StrokeColor(const svg::Paint& paint) noexcept;
-
 /// Makes the outlines of the strokes of one drawing.
 class OutlineMapper {
 public:
     /// The outline that draws a stroke; `transform` maps the shape to the page. Its width is that on the page
     /// in document units, its nib what the transform makes of a round one, without an angle where it stays
-    /// round. Dashes are scaled like the width. What an outline cannot say is counted. Requires a paint.
+    /// round. Dashes are scaled like the width. The colour stands for other paints: of a gradient its first
+    /// stop's, for a pattern black. What an outline cannot say beside that is counted. Requires a paint.
     CGE_OUTLINE Map(const svg::Stroke& stroke, const svg::Matrix& transform, svg::Omissions& omissions);
 
 private:

@@ -18,7 +18,8 @@
 
 namespace command {
 
-/// What one shape is painted with; the outline's handle is empty where nothing is stroked.
+/// What one shape is painted with; the outline's handle is empty where nothing is stroked. An outline has one
+/// colour: what else its contour is painted with is a fill.
 struct ShapePaints {
     template <class... FillArguments>
     explicit ShapePaints(WRCOutlineList* outlines, FillArguments&&... arguments)
@@ -26,6 +27,8 @@ struct ShapePaints {
 
     WFillHandle fill;
     WOutlineHandle outline;
+    /// In place of the outline's colour; null where that is it, as with most shapes.
+    std::unique_ptr<WFillHandle> strokeFill;
 };
 
 /// Where a run of shapes comes from.
@@ -59,6 +62,7 @@ public:
     }
 
     const ShapePaints& Shape(std::size_t index) const { return m_blocks[index / kBlock][index % kBlock]; }
+    ShapePaints& Shape(std::size_t index) { return m_blocks[index / kBlock][index % kBlock]; }
 
     /// In the order of their shapes, of which each has the next so many.
     const std::vector<SourceDrawing>& Drawings() const noexcept { return m_drawings; }
@@ -73,8 +77,8 @@ public:
         ++m_count;
         return m_blocks.back().back().fill;
     }
-    /// Of the shape that was added last; there must be one.
-    WOutlineHandle& LastOutline() noexcept { return m_blocks.back().back().outline; }
+    /// The shape that was added last; there must be one.
+    ShapePaints& LastShape() noexcept { return m_blocks.back().back(); }
 
     /// Drops the shapes after the first `count`.
     void DropShapesAfter(std::size_t count) noexcept {

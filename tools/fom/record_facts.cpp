@@ -4,10 +4,10 @@
 #include <string>
 
 #include "host/base/wstring.h"
+#include "host/stream/body_fields.h"
 
 #include "fom/grouped.h"
 #include "fom/import_report.h"
-#include "fom/record_fields.h"
 #include "fom/stored_entry.h"
 #include "fom/swatch_label.h"
 
@@ -60,9 +60,9 @@ void AddSection(const StoredEntry& stored, const FillSection& section, DocumentV
     row.Add("after", section.after);
 }
 
-void AddFields(const std::vector<RecordField>& fields, std::uint64_t base, Facts& facts) {
+void AddFields(const std::vector<host::BodyField>& fields, std::uint64_t base, Facts& facts) {
     constexpr std::size_t kShown = 24;
-    for (const RecordField& field : fields) {
+    for (const host::BodyField& field : fields) {
         Facts& row = facts.AddRow("fields");
         row.Add("field", field.name);
         row.Add("offset", base + field.offset);
@@ -88,7 +88,7 @@ void AddFillFacts(const StoredEntry& stored, DocumentVersion version, Facts& fac
         AddSection(stored, section, version, facts);
     for (const FillSection& section : *sections)
         if (section.tag == kCurrentSection)
-            AddFields(ReadFillFields(stored.record.subspan(section.body, section.length)),
+            AddFields(host::ReadFillFields(stored.record.subspan(section.body, section.length)),
                       stored.offset + section.body, facts);
 }
 
@@ -107,7 +107,8 @@ void AddOutlineFacts(const StoredEntry& stored, DocumentVersion version, Facts& 
     const std::size_t length = host::LoadLittle<std::uint32_t>(stored.record.data());
     facts.Add("bodyLength", length);
     if (length <= stored.record.size() - kLength)
-        AddFields(ReadOutlineFields(stored.record.subspan(kLength, length)), stored.offset + kLength, facts);
+        AddFields(host::ReadOutlineFields(stored.record.subspan(kLength, length)), stored.offset + kLength,
+                  facts);
 }
 
 void AddDrawingFacts(const StoredDrawing& stored, Facts& facts) {

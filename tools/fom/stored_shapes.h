@@ -20,15 +20,24 @@ struct StoredShape {
     std::uint32_t fill = 0, outline = 0, matrix = 0;
 };
 
+/// What paints the contour of a shape. The shape is counted from 0 in its block; the others are as above.
+struct StoredStrokeFill {
+    std::uint32_t shape = 0, fill = 0, matrix = 0;
+};
+
 struct StoredShapes {
-    std::uint64_t offset = 0;
+    std::uint64_t offset = 0;  ///< of the shapes; the fills of strokes follow them
     BlockRun run;
     std::span<const std::uint8_t> matrices;
     std::span<const std::uint8_t> shapes;
+    std::span<const std::uint8_t> strokeFills;
 
     std::uint32_t MatrixCount() const noexcept;
+    std::uint32_t StrokeFillCount() const noexcept;
     StoredShape Shape(std::uint32_t index) const noexcept;
-    MATRIX Matrix(std::uint32_t index) const noexcept;
+    StoredStrokeFill StrokeFill(std::uint32_t index) const noexcept;
+    /// `number` as shapes have it.
+    MATRIX Matrix(std::uint32_t number) const noexcept;
 };
 
 using MatrixBytes = std::array<std::uint8_t, kMatrixSize>;

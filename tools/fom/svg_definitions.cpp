@@ -2,16 +2,10 @@
 
 #include <utility>
 
+#include "fom/free_prefix.h"
+
 namespace command {
 namespace {
-
-/// Identifiers of a drawing could only be alike where its text has the same letters somewhere.
-std::string FreePrefix(std::string_view drawing) {
-    std::string prefix = "paint-";
-    for (std::size_t i = 2; drawing.find(prefix) != std::string_view::npos; ++i)
-        prefix = "paint" + std::to_string(i) + "-";
-    return prefix;
-}
 
 void AppendWithId(std::string& out, std::string_view text, std::string_view id) {
     for (;;) {
@@ -25,7 +19,7 @@ void AppendWithId(std::string& out, std::string_view text, std::string_view id) 
 
 }  // namespace
 
-SvgDefinitions::SvgDefinitions(std::string_view drawing) : m_prefix(FreePrefix(drawing)) {}
+SvgDefinitions::SvgDefinitions(std::string_view drawing) : m_prefix(FreePrefix(drawing, "paint")) {}
 
 std::optional<std::size_t> SvgDefinitions::Add(std::string definition) {
     const auto found = m_numbers.find(definition);

@@ -32,25 +32,33 @@ std::optional<MATRIX> FindDrift(const MATRIX& tiling, const svg::Shape& shape) {
     return none ? MATRIX() : drift;
 }
 
-void DeclareColor(const CLR_COLORSPEC& color, const svg::Shape& shape, ElementPaint& paint) {
-    paint.Declare("fill", ColorText(ToScreen(color)));
-    const svg::Paint& drawn = shape.fill;
-    if (drawn.kind == svg::Paint::Kind::Solid && drawn.color.alpha < 1)
-        paint.Declare("fill-opacity", NumberText(shape.fillOpacity * double(drawn.color.alpha)));
+std::string_view PropertyOf(PaintedPart part) noexcept {
+    return part == PaintedPart::Contour ? "stroke" : "fill";
 }
 
 }  // namespace
 
-bool SvgFills::Declare(const WFillHandle& fill, const svg::Shape& shape, ElementPaint& paint,
-                       svg::Omissions& reasons) {
+void DeclareColor(const CLR_COLORSPEC& color, PaintedPart part, const svg::Shape& shape,
+                  ElementPaint& paint) {
+    const bool isContour = part == PaintedPart::Contour;
+    const svg::Paint& drawn = isContour ? shape.stroke.paint : shape.fill;
+    paint.Declare(PropertyOf(part), ColorText(ToScreen(color)));
+    if (drawn.kind != svg::Paint::Kind::Solid || drawn.color.alpha >= 1) return;
+    const double opacity = isContour ? shape.stroke.opacity : shape.fillOpacity;
+    paint.Declare(isContour ? "stroke-opacity" : "fill-opacity",
+                  NumberText(opacity * double(drawn.color.alpha)));
+}
+
+bool SvgFills::Declare(const WFillHandle& fill, PaintedPart part, const svg::Shape& shape,
+                       ElementPaint& paint, svg::Omissions& reasons) {
     const CGE_FILL* record = fill.GetCGEFill();
     const CgeFillType kind = record ? record->GetType() : FillNone;
     if (kind == FillNone) {
-        paint.Declare("fill", "none");
+        paint.Declare(PropertyOf(part), "none");
         return true;
     }
     if (kind == FillUniform) {
-        DeclareColor(record->Uniform().color, shape, paint);
+        DeclareColor(record->Uniform().color, part, shape, paint);
         return true;
     }
     const std::optional<MATRIX> drift = FindDrift(fill.GetTilingMatrix(), shape);
@@ -60,7 +68,7 @@ bool SvgFills::Declare(const WFillHandle& fill, const svg::Shape& shape, Element
     }
     const Said& said = SayOnce(*record, *drift, shape);
     reasons.Add(said.reasons);
-    if (said.definition) m_definitions.Refer("fill", *said.definition, paint);
+    if (said.definition) m_definitions.Refer(PropertyOf(part), *said.definition, paint);
     return said.definition.has_value();
 }
 

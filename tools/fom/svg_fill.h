@@ -12,14 +12,20 @@
 
 namespace command {
 
+/// What of a shape is painted: its interior or its contour.
+enum class PaintedPart : unsigned char { Interior, Contour };
+
+/// Declares a plain colour; where the shape's own one is transparent, its opacity too.
+void DeclareColor(const CLR_COLORSPEC& color, PaintedPart part, const svg::Shape& shape, ElementPaint& paint);
+
 /// Says the fills of one drawing's shapes as SVG.
 class SvgFills {
 public:
     explicit SvgFills(SvgDefinitions& definitions) : m_definitions(definitions) {}
 
-    /// Adds the declarations that fill `shape` with what the handle holds; the opacity stays the drawing's.
-    /// False, with the reason counted, for a fill that SVG has no paint for.
-    bool Declare(const WFillHandle& fill, const svg::Shape& shape, ElementPaint& paint,
+    /// Adds the declarations that paint that part of `shape` with what the handle holds; the opacity stays
+    /// the drawing's. False, with the reason counted, for a fill that SVG has no paint for.
+    bool Declare(const WFillHandle& fill, PaintedPart part, const svg::Shape& shape, ElementPaint& paint,
                  svg::Omissions& reasons);
 
 private:

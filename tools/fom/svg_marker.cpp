@@ -62,9 +62,10 @@ std::string MarkerDefinition(const Arrow& arrow, LineEnd end, const std::string&
     line.Declare("stroke-dasharray", "none");
     for (ElementPaint* paint : {&area, &line})
         paint->Declare("marker", "none");
-    return std::string("<marker id=\"") + kIdMark +
-           "\" orient=\"auto\" markerWidth=\"1\" markerHeight=\"1\" style=\"overflow:visible!important\">" +
-           Path(areas, area) + Path(lines, line) + "</marker>";
+    std::string text = "<marker id=\"";
+    text += kIdMark;
+    text += "\" orient=\"auto\" markerWidth=\"1\" markerHeight=\"1\" style=\"overflow:visible!important\">";
+    return text.append(Path(areas, area)).append(Path(lines, line)).append("</marker>");
 }
 
 }  // namespace command

@@ -114,10 +114,11 @@ bool DeclareNoStroke(const svg::Shape& shape, ElementPaint& paint, svg::Omission
 /// Declares what the stroke of one shape is drawn with.
 class SvgStrokes::Stroking {
 public:
-    Stroking(SvgStrokes& strokes, const CGE_OUTLINE& pen, const svg::Shape& shape, ElementPaint& paint,
+    Stroking(SvgStrokes& strokes, const ShapePaints& paints, const svg::Shape& shape, ElementPaint& paint,
              svg::Omissions& reasons)
         : m_strokes(strokes),
-          m_pen(pen),
+          m_pen(*paints.outline.GetCGEOutline()),
+          m_fill(paints.strokeFill.get()),
           m_shape(shape),
           m_stroke(shape.stroke),
           m_paint(paint),
@@ -126,7 +127,7 @@ public:
     bool Declare() {
         const MATRIX transform =
             FindNibTransform(m_shape.style->nonScalingStroke, m_shape.transform).value_or(MATRIX());
-        DeclareColor();
+        DeclarePaint();
         m_paint.Declare("stroke-width", NumberText(UserWidth(m_pen, transform, m_reasons)));
         m_paint.Declare("stroke-linecap", NameOf(kCaps, m_pen.endCaps));
         m_paint.Declare("stroke-linejoin", NameOf(kJoins, m_pen.join));
@@ -142,16 +143,10 @@ private:
         m_isWhole = false;
     }
 
-    void DeclareColor() {
-        const svg::Paint& drawn = m_stroke.paint;
-        const bool solid = drawn.kind == svg::Paint::Kind::Solid;
-        if (!solid && drawn.kind != svg::Paint::Kind::None && m_pen.color == StrokeColor(drawn)) {
-            return Keep(drawn.kind == svg::Paint::Kind::Gradient ? "gradient stroke kept"
-                                                                 : "pattern stroke kept");
-        }
-        m_paint.Declare("stroke", ColorText(ToScreen(m_pen.color)));
-        if (solid && drawn.color.alpha < 1)
-            m_paint.Declare("stroke-opacity", NumberText(m_stroke.opacity * double(drawn.color.alpha)));
+    void DeclarePaint() {
+        if (!m_fill) return DeclareColor(m_pen.color, PaintedPart::Contour, m_shape, m_paint);
+        if (!m_strokes.m_fills.Declare(*m_fill, PaintedPart::Contour, m_shape, m_paint, m_reasons))
+            m_isWhole = false;
     }
 
     void DeclareDashes(const MATRIX& transform) {
@@ -185,6 +180,7 @@ private:
 
     SvgStrokes& m_strokes;
     const CGE_OUTLINE& m_pen;
+    const WFillHandle* m_fill;
     const svg::Shape& m_shape;
     const svg::Stroke& m_stroke;
     ElementPaint& m_paint;
@@ -192,12 +188,13 @@ private:
     bool m_isWhole = true;
 };
 
-bool SvgStrokes::Declare(const CGE_OUTLINE* pen, const svg::Shape& shape, ElementPaint& paint,
+bool SvgStrokes::Declare(const ShapePaints& paints, const svg::Shape& shape, ElementPaint& paint,
                          svg::Omissions& reasons) {
+    const CGE_OUTLINE* pen = paints.outline.GetCGEOutline();
     if (!pen || (pen->type & 15) == OutlineNone || pen->width <= 0)
         return DeclareNoStroke(shape, paint, reasons);
     CountUnsaid(*pen, reasons);
-    return Stroking(*this, *pen, shape, paint, reasons).Declare();
+    return Stroking(*this, paints, shape, paint, reasons).Declare();
 }
 
 const SvgStrokes::Said& SvgStrokes::SayMarker(const CGE_OUTLINE& pen, LineEnd end, double opacity) {

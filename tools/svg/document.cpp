@@ -66,6 +66,10 @@ bool Document::ForEachShape(const ShapeVisitor& visit) {
     return true;
 }
 
+bool Document::AsksForId(std::string_view id) const {
+    return m_content && m_content->reading.sheet.AsksForId(id);
+}
+
 bool Document::Fail() {
     const Fault fault = *m_content->reading.GetFault();
     m_error = {.what = m_name, .offset = 0, .line = 0, .reason = fault.reason};

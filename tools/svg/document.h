@@ -34,6 +34,9 @@ public:
     /// Gradients, patterns and markers of the shapes stay valid until the next load, also afterwards.
     bool ForEachShape(const ShapeVisitor& visit);
 
+    /// Whether the style sheet has rules for elements of that id.
+    bool AsksForId(std::string_view id) const;
+
     /// Why the last call answered false: file, line (0 when not known) and reason.
     const host::Error& GetError() const { return m_error; }
 

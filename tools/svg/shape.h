@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "host/xml/xml_document.h"
@@ -17,6 +18,15 @@
 #include "svg/viewport.h"
 
 namespace svg {
+
+/// One time that a "use" is drawn.
+struct Instance {
+    host::XmlNode use;
+    /// The element that it shows.
+    host::XmlNode target;
+    /// Distinct for each time in the drawing.
+    std::size_t number = 0;
+};
 
 /// One painted shape as it is drawn. Lives while it is visited; what it points to belongs to the document.
 struct Shape {
@@ -37,8 +47,9 @@ struct Shape {
     /// Product of the "opacity" of the shape and of everything it stands in.
     double layerOpacity = 1;
 
-    /// Whether it is drawn through a "use" rather than where it stands.
-    bool isInstance = false;
+    /// The "use" elements that it is drawn through, outermost first; none for a shape that is drawn where it
+    /// stands. Valid while the shape is visited.
+    std::span<const Instance> instances;
 
     /// The whole computed style.
     const Style* style = nullptr;

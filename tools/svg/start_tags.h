@@ -6,19 +6,29 @@
 
 namespace svg {
 
-/// A start tag, or the tag of an empty element, as it stands in a text. Places are counted from the text's
-/// beginning.
-struct StartTag {
-    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+/// An attribute in a start tag; places are counted from the text's beginning.
+struct TagAttribute {
+    /// Behind what stands before the attribute: blanks between are its own.
+    std::size_t begin = 0;
+    /// Within the quotes.
+    std::size_t value = 0;
+    std::size_t end = 0;
 
+    /// Whether the tag has it.
+    explicit operator bool() const { return value > 0; }
+};
+
+/// A start tag, or the tag of an empty element, as it stands in a text.
+struct StartTag {
     std::string_view name;
+    std::size_t start = 0;
     /// Behind the name: where an attribute can be added.
     std::size_t nameEnd = 0;
     /// Behind the tag.
     std::size_t end = 0;
-    /// The value of the attribute "style", within its quotes: kNone for a tag without it.
-    std::size_t style = kNone;
-    std::size_t styleEnd = kNone;
+    TagAttribute id, style;
+    /// "href", and the first that has the name with a prefix and is not empty.
+    TagAttribute href, prefixedHref;
     bool isEmpty = false;
 };
 
@@ -26,12 +36,21 @@ struct StartTag {
 /// document's tree. Comments, instructions, the document type and character data sections are passed over.
 class StartTagReader {
 public:
-    explicit StartTagReader(std::string_view text) : m_text(text) {}
+    /// Begins at the unit `start`, where no tag has begun.
+    explicit StartTagReader(std::string_view text, std::size_t start = 0) : m_text(text), m_at(start) {}
 
     /// The next one; nothing at the end, and where the text breaks off.
     std::optional<StartTag> Next();
 
+    /// Passes over what follows until only `depth` of the elements that began here are open, and answers the
+    /// place behind; nothing where the text breaks off.
+    std::optional<std::size_t> Leave(std::size_t depth);
+
 private:
+    enum class Mark { None, Start, End };
+
+    Mark FindMark();
+    bool PassEndTag();
     bool SkipPast(std::string_view mark);
     void SkipDocumentType();
     bool ReadAttributes(StartTag& tag);
@@ -40,6 +59,7 @@ private:
 
     std::string_view m_text;
     std::size_t m_at = 0;
+    std::size_t m_open = 0;
 };
 
 }  // namespace svg

@@ -45,6 +45,8 @@ public:
     };
 
     bool Empty() const { return m_rules.empty(); }
+    /// Whether some rule is for elements of that id.
+    bool AsksForId(std::string_view id) const { return m_byId.contains(id); }
 
     /// Adds the text of one style element.
     void Add(std::string text, Omissions& omissions);

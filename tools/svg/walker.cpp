@@ -54,7 +54,7 @@ void Walker::Step() {
     }
     frame.next = frame.single ? host::XmlNode() : element.NextElement();
     m_reading.omissions.SetMuted(frame.muted);
-    if (frame.instance && ++m_instances > kMaxInstances) {
+    if (frame.instances > 0 && ++m_instances > kMaxInstances) {
         return m_reading.Fail(element, "\"use\" multiplies the drawing beyond 1000000 elements");
     }
     const std::string_view name = m_reading.namespaces.LocalName(element.Name());
@@ -87,7 +87,7 @@ void Walker::Enter(host::XmlNode element, Tag tag) {
     }
     inner.viewport = outer.viewport;
     inner.opacity = outer.opacity * inner.style.opacity;
-    inner.instance = outer.instance;
+    inner.instances = outer.instances;
     inner.muted = outer.muted;
     inner.single = false;
     inner.text = outer.text;
@@ -156,7 +156,8 @@ void Walker::EnterUse(host::XmlNode element, const ElementFacts& facts, Frame& i
     inner.transform = inner.transform * Matrix::Translation(in.X("x").value_or(0), in.Y("y").value_or(0));
     if (in.AnyInvalid()) m_reading.omissions.Count("invalid length");
     inner.single = true;
-    inner.instance = true;
+    m_path.resize(inner.instances++);
+    m_path.push_back({element, target, m_uses++});
     inner.muted = inner.muted || !m_instantiated.insert(target.Identity()).second;
     Push(element, target);
 }
@@ -247,7 +248,7 @@ void Walker::Show(host::XmlNode element, Tag tag, const ElementFacts& facts, con
     shape.fillRule = style.fillRule;
     shape.fillOpacity = style.fillOpacity;
     shape.layerOpacity = inner.opacity;
-    shape.isInstance = inner.instance;
+    shape.instances = {m_path.data(), inner.instances};
     shape.style = &style;
     shape.viewport = inner.viewport;
     shape.xml = &m_reading.xml;

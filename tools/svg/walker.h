@@ -36,9 +36,10 @@ private:
         Matrix transform;
         Viewport viewport;
         double opacity = 1;
+        /// How many of m_path it is drawn through.
+        std::size_t instances = 0;
         /// Only `next` is drawn, not its siblings: it is the target of a "use", or what a "switch" chose.
         bool single = false;
-        bool instance = false;
         bool muted = false;
         bool text = false;
     };
@@ -65,6 +66,8 @@ private:
     // Frames beyond m_depth are kept for their memory.
     std::vector<Frame> m_frames;
     std::size_t m_depth = 0;
+    std::vector<Instance> m_path;
+    std::size_t m_uses = 0;
     std::size_t m_instances = 0;
     std::unordered_set<const void*> m_instantiated;
 };

@@ -6,25 +6,17 @@
 #include <vector>
 
 #include "support/alloc_faults.h"
+#include "support/blocks.h"
 #include "support/leak_check.h"
 
 namespace {
 
+using testing_support::BytesOf;
 using testing_support::LeakCheckedTest;
 using ByteList = std::vector<std::uint8_t>;
 
 HMEM Block(const ByteList& bytes) {
-    const HMEM block = MEMMANAlloc(bytes.size(), false);
-    std::copy(bytes.begin(), bytes.end(), static_cast<std::uint8_t*>(MEMMANLock(block)));
-    MEMMANUnlock(block);
-    return block;
-}
-
-ByteList Bytes(HMEM block) {
-    const auto* data = static_cast<const std::uint8_t*>(MEMMANLock(block));
-    ByteList bytes(data, data + MEMMANGetSize(block));
-    MEMMANUnlock(block);
-    return bytes;
+    return testing_support::BlockOf(bytes);
 }
 
 std::optional<CGE_ARROWHEAD> Decode(const ByteList& bytes) {
@@ -36,7 +28,7 @@ std::optional<CGE_ARROWHEAD> Decode(const ByteList& bytes) {
 
 ByteList Encode(const CGE_ARROWHEAD& head) {
     const HMEM block = head.ToBlock();
-    ByteList bytes = Bytes(block);
+    ByteList bytes = BytesOf(block);
     MEMMANFree(block);
     return bytes;
 }
@@ -120,7 +112,7 @@ TEST(ArrowRegistry, KeepsEqualBytesOnce) {
     EXPECT_NE(first, other);
     EXPECT_EQ(SUDIRegisterArrow(MEMMANDuplicate(first)), first);
     EXPECT_EQ(SUDIRegisterArrow(first), first);
-    EXPECT_EQ(Bytes(first), (ByteList{1, 2, 3, 4}));
+    EXPECT_EQ(BytesOf(first), (ByteList{1, 2, 3, 4}));
     EXPECT_EQ(SUDIRegisterArrow(nullptr), nullptr);
     EXPECT_EQ(host::LiveMemoryBlocks(), before + 2);
 }

@@ -1,3 +1,6 @@
+#include <set>
+#include <string>
+
 #include "gfx/fill_fields.h"
 #include "gfx/wideline_fields.h"
 #include "record_probe.h"
@@ -32,11 +35,13 @@ using Records =
                    Case<CGE_FILL, CGE_FILL, 4>>;
 TYPED_TEST_SUITE(FieldLists, Records);
 
-TYPED_TEST(FieldLists, CoverEveryByteUnderRisingNumbers) {
+TYPED_TEST(FieldLists, CoverEveryByteUnderRisingNumbersAndNamesOfTheirOwn) {
     typename TypeParam::Record record;
     std::vector<bool> missing = gfx_test::WrittenBytes<typename TypeParam::Record>();
     unsigned last = 0;
-    TypeParam::List::Visit([&](unsigned number, auto member) {
+    std::set<std::string> names = {""};
+    TypeParam::List::Visit([&](unsigned number, auto member, const char* name) {
+        EXPECT_TRUE(names.insert(name).second) << name;
         EXPECT_EQ(number, last + 1);
         last = number;
         auto& field = record.*member;

@@ -3,17 +3,18 @@
 #include <functional>
 #include <type_traits>
 
-#include "host/base/memory.h"
 #include "host/gfx/des9_wideline.h"
 
 #include "gfx/outline_fields.h"
 #include "record_probe.h"
 #include "support/alloc_faults.h"
+#include "support/blocks.h"
 #include "support/leak_check.h"
 
 namespace {
 
 using gfx_test::HashOf;
+using testing_support::BlockOf;
 using Edit = std::function<void(CGE_OUTLINE&)>;
 
 class Outline : public testing_support::LeakCheckedTest {};
@@ -23,16 +24,7 @@ int Compare(const CGE_OUTLINE& a, const CGE_OUTLINE& b) {
 }
 
 void ExpectDifferent(const CGE_OUTLINE& a, const CGE_OUTLINE& b) {
-    EXPECT_NE(Compare(a, b), 0);
-    EXPECT_EQ(Compare(a, b) < 0, Compare(b, a) > 0);
-    EXPECT_NE(HashOf(a), HashOf(b));
-}
-
-HMEM Block(std::string_view bytes) {
-    const HMEM block = MEMMANAlloc(bytes.size(), false);
-    std::memcpy(MEMMANLock(block), bytes.data(), bytes.size());
-    MEMMANUnlock(block);
-    return block;
+    gfx_test::ExpectDifferent(a, b, Compare);
 }
 
 CGE_DES9_WIDELINE Wideline() {
@@ -90,19 +82,13 @@ TEST_F(Outline, EveryByteButTheGuidTakesPart) {
                           sizeof member);
     };
     exclude(pen.dotDash.element[9]);
-    host::detail::Fields<CGE_OUTLINE>::Visit([&](unsigned, auto member) {
+    host::detail::Fields<CGE_OUTLINE>::Visit([&](unsigned, auto member, const char*) {
         using Field = std::remove_cvref_t<decltype(pen.*member)>;
         if constexpr (!std::is_trivially_copyable_v<Field> || std::is_same_v<Field, HMEM>)
             exclude(pen.*member);
     });
     exclude(pen.guid);
-    for (std::size_t i = 0; i < own.size(); ++i) {
-        if (!own[i]) continue;
-        SCOPED_TRACE(i);
-        gfx_test::BytesOf(other)[i] ^= 1;
-        ExpectDifferent(pen, other);
-        gfx_test::BytesOf(other)[i] ^= 1;
-    }
+    gfx_test::ForEachChange(other, own, [&] { ExpectDifferent(pen, other); });
     other.guid = VyrUtils::Guid::Generate();
     EXPECT_EQ(Compare(pen, other), 0);
     EXPECT_EQ(HashOf(pen), HashOf(other));
@@ -184,7 +170,7 @@ TEST_F(Outline, IdentityBlockOfTheColourCanBeSkipped) {
 }
 
 TEST_F(Outline, ArrowheadsCompareByContent) {
-    const HMEM blocks[] = {nullptr, Block(""), Block("z"), Block("ab"), Block("ac")};
+    const HMEM blocks[] = {nullptr, BlockOf(""), BlockOf("z"), BlockOf("ab"), BlockOf("ac")};
     for (HMEM CGE_OUTLINE::*arrow : {&CGE_OUTLINE::leftArrow, &CGE_OUTLINE::rightArrow})
         for (std::size_t n = 0; n < 25; ++n) {
             const std::size_t i = n / 5, j = n % 5;

@@ -46,6 +46,25 @@ std::uint64_t HashOf(const T& record) {
     return hasher.Finish();
 }
 
+template <class T, class Compare>
+void ExpectDifferent(const T& a, const T& b, Compare compare) {
+    EXPECT_NE(compare(a, b), 0);
+    EXPECT_EQ(compare(a, b) < 0, compare(b, a) > 0);
+    EXPECT_NE(HashOf(a), HashOf(b));
+}
+
+/// Changes the bytes one at a time, and calls `check` with each.
+template <class T, class Check>
+void ForEachChange(T& record, const std::vector<bool>& bytes, Check check) {
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (!bytes[i]) continue;
+        SCOPED_TRACE(i);
+        BytesOf(record)[i] ^= 1;
+        check();
+        BytesOf(record)[i] ^= 1;
+    }
+}
+
 /// Sorting must give one consistent order, in which equal records have equal hashes.
 template <class T, class Compare>
 void ExpectTotalOrder(std::vector<T> records, Compare compare) {

@@ -5,6 +5,7 @@
 #include "host/base/memory.h"
 
 #include "support/alloc_faults.h"
+#include "support/faulty_stream.h"
 
 namespace {
 
@@ -46,16 +47,6 @@ TEST(UnresolvedBlock, IsEmptyAndStays) {
     EXPECT_EQ(host::LiveMemoryBlocks(), alive);
 }
 
-class FullStream final : public AbstractFileStream {
-public:
-    std::optional<std::uint64_t> GetRemaining() const noexcept override { return 0; }
-    std::uint64_t GetPosition() const noexcept override { return 0; }
-
-protected:
-    std::size_t DoRead(void*, std::size_t) noexcept override { return 0; }
-    std::size_t DoWrite(const void*, std::size_t) noexcept override { return 0; }
-};
-
 TEST(OutputArchive, GathersUntilItIsFlushed) {
     MemoryFileStream stream;
     udi::PersistentPtrRemapper remapper;
@@ -69,7 +60,9 @@ TEST(OutputArchive, GathersUntilItIsFlushed) {
         EXPECT_EQ(stream.GetBytes().size(), 2u);
     }
     EXPECT_EQ(stream.GetBytes().size(), 3u);
-    FullStream full;
+    MemoryFileStream disk;
+    testing_support::FaultyStream full(disk);
+    full.EndAfter(0);
     {
         udi::OutputArchive archive(full, remapper, context);
         archive.Flush();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstring>
 #include <memory>
 #include <string>
 #include <utility>
@@ -10,6 +9,8 @@
 #include "host/gfx/des9_wideline.h"
 #include "host/gfx/fill.h"
 #include "host/gfx/outline.h"
+
+#include "support/blocks.h"
 
 /// The records whose bodies stand in tests/golden/bodies.txt, under the same names.
 namespace stream_test {
@@ -110,9 +111,8 @@ inline CGE_FILL Hatch() {
 }
 
 inline void SetPattern(CGE_PATTERNFILL& pattern, std::uint32_t tmpFile, void* instance) {
-    pattern.patternData = MEMMANAlloc(kPatternDataSize, true);
-    std::memcpy(MEMMANLock(pattern.patternData), "\0pattern", 8);
-    MEMMANUnlock(pattern.patternData);
+    const std::string data = std::string("\0pattern", 8).append(kPatternDataSize - 8, '\0');
+    pattern.patternData = testing_support::BlockOf(data);
     pattern.SetOwner(&pattern);
     pattern.tiling = {1, -2, 3, 4, 5, kTilingMirrorVertical};
     pattern.boundingBox = {-1, 2, 3, 4};

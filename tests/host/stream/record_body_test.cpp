@@ -1,3 +1,6 @@
+#include <set>
+
+#include "host/stream/body_fields.h"
 #include "host/stream/body_io.h"
 #include "host/stream/body_samples.h"
 
@@ -24,7 +27,7 @@ struct SameFields {
     bool operator()(const T& a, const T& b) const {
         if constexpr (host::detail::HasFields<T>) {
             bool same = true;
-            host::detail::Fields<T>::Visit([&](unsigned number, auto member) {
+            host::detail::Fields<T>::Visit([&](unsigned number, auto member, const char*) {
                 if constexpr (requires { host::detail::Fields<T>::IsStored(a, number); })
                     if (!host::detail::Fields<T>::IsStored(a, number)) return;
                 same = same && Field(a, b, member);
@@ -70,11 +73,10 @@ private:
     }
     static bool HasSamePatternData(HMEM a, HMEM b) {
         if (!a || !b) return a == b;
-        const bool same = MEMMANGetSize(b) == kPatternDataSize &&
-                          std::memcmp(MEMMANLock(a), MEMMANLock(b), kPatternDataSize - sizeof(void*)) == 0;
-        MEMMANUnlock(a);
-        MEMMANUnlock(b);
-        return same;
+        auto bytes = testing_support::BytesOf(a), others = testing_support::BytesOf(b);
+        bytes.resize(kPatternDataSize - sizeof(void*));
+        others.resize(kPatternDataSize - sizeof(void*));
+        return bytes == others && MEMMANGetSize(b) == kPatternDataSize;
     }
 };
 
@@ -88,9 +90,21 @@ void ExpectIdentity(const Record& record, udi::PtrRemapper& remapper) {
     EXPECT_EQ(Encode(*read, remapper), bytes);
 }
 
+template <class Record>
+std::vector<host::BodyField> FieldsOf(const ByteVector& body) {
+    return std::same_as<Record, CGE_FILL> ? host::ReadFillFields(body) : host::ReadOutlineFields(body);
+}
+
 /// Any bytes: no record, or one that can be written and read back. It takes no more than its share of memory.
 template <class Record>
 void ExpectSafe(const ByteVector& bytes, udi::PtrRemapper& remapper) {
+    std::size_t end = 0;
+    for (const host::BodyField& field : FieldsOf<Record>(bytes)) {
+        EXPECT_EQ(field.value.data(), bytes.data() + field.offset);
+        EXPECT_GE(field.offset, end + 2);
+        end = field.offset + field.value.size();
+    }
+    EXPECT_LE(end, bytes.size());
     const testing_support::HeapMeter meter;
     const auto record = Decode<Record>(bytes, remapper);
     EXPECT_LE(meter.ThreadPeak(), static_cast<std::ptrdiff_t>(16 * bytes.size() + 4096));
@@ -170,6 +184,32 @@ TEST_F(RecordBody, SurvivesEveryTruncationAndEveryBitChange) {
     ForEveryChange(samples.outlines, remapper, check);
 }
 
+// Each value stands behind its head and at most those of two records that begin with it: nothing is left out.
+TEST_F(RecordBody, AllFieldsAreListedByName) {
+    Samples samples;
+    udi::PersistentPtrRemapper remapper;
+    std::set<std::string> all;
+    const auto check = [&](const auto& named) {
+        for (const auto& [name, record] : named) {
+            SCOPED_TRACE(name);
+            const ByteVector body = Encode(record, remapper);
+            std::set<std::string> names;
+            std::size_t end = 2;
+            for (const host::BodyField& field : FieldsOf<std::remove_cvref_t<decltype(record)>>(body)) {
+                EXPECT_TRUE(names.insert(field.name).second) << field.name;
+                EXPECT_LE(field.offset - end, 3 * 6u) << field.name;
+                end = field.offset + field.value.size();
+            }
+            EXPECT_EQ(end, body.size());
+            all.merge(names);
+        }
+    };
+    check(samples.fills);
+    check(samples.outlines);
+    EXPECT_EQ(all.size(), 69u) << "as many as the lists have that are no records";
+    EXPECT_FALSE(all.contains("unknown field"));
+}
+
 TEST_F(RecordBody, BlocksAndTemporaryDataComeFromElsewhere) {
     Samples samples;
     udi::PersistentPtrRemapper writing, reading;
@@ -226,6 +266,11 @@ TEST_F(RecordBody, NewerBodiesAreRead) {
     const auto read = Decode<CGE_FILL>(newer, remapper);
     ASSERT_TRUE(read);
     EXPECT_EQ(Encode(*read, remapper), own);
+    const std::vector<host::BodyField> fields = FieldsOf<CGE_FILL>(newer);
+    ASSERT_EQ(fields.size(), 8u);
+    EXPECT_STREQ(fields[1].name, "colour");
+    EXPECT_STREQ(fields[7].name, "unknown field");
+    EXPECT_EQ(fields[7].value.back(), 3);
 
     BodyBuilder stops;  // a step above ours
     for (std::size_t i = 0; i < 80; ++i)

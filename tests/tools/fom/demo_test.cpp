@@ -98,7 +98,7 @@ TEST(Demo, CountsOnlyReasonsThatShow) {
     EXPECT_FALSE(ShowsInRewrite("fill opacity")) << "stays in the drawing";
     EXPECT_FALSE(ShowsInRewrite("filter"));
     EXPECT_TRUE(ShowsInRewrite("nib that is not round"));
-    EXPECT_FALSE(ShowsInRewrite("gradient stroke kept"));
+    EXPECT_FALSE(ShowsInRewrite("marker kept"));
 }
 
 }  // namespace

@@ -48,8 +48,8 @@ inline VyrUtils::Guid SampleGuid(std::uint8_t number) {
     return VyrUtils::Guid(bytes);
 }
 
-/// A uniform fill, a fountain that older versions cannot say and a vector; a solid and a dashed outline; two
-/// drawings with three and two shapes.
+/// A uniform fill, fountains that older versions cannot say and a vector; a solid and a dashed outline, with
+/// the fill of a contour each; two drawings with three and two shapes.
 inline command::PaintDocument SmallDocument() {
     command::PaintDocument document;
     CGE_FILL uniform(FillUniform), fountain(FillFountain), vector(FillVector);
@@ -72,11 +72,15 @@ inline command::PaintDocument SmallDocument() {
     dashed.guid = SampleGuid(5);
     const auto add = [&](const CGE_FILL& fill, const CGE_OUTLINE* outline, const MATRIX& matrix) {
         document.AddShape(&fill, document.Pool()).SetTilingMatrix(matrix);
-        if (outline) document.LastOutline().SetCGEOutline(outline);
+        if (outline) document.LastShape().outline.SetCGEOutline(outline);
     };
     const MATRIX turned{0, 1, -1, 0, 5, -0.0};
     add(uniform, nullptr, {});
     add(fountain, &solid, turned);
+    CGE_FILL conical = fountain;
+    conical.EditFountain().SetFountainType(FountainConical);
+    document.LastShape().strokeFill = std::make_unique<WFillHandle>(&conical, document.Pool());
+    document.LastShape().strokeFill->SetTilingMatrix({3, 0, 0, 3, 0, 0});
     add(uniform, &dashed, {});
     command::SourceDrawing drawing;
     drawing.name = "a.svg";
@@ -86,6 +90,7 @@ inline command::PaintDocument SmallDocument() {
     document.AddDrawing(drawing);
     add(vector, &solid, turned);
     add(fountain, &dashed, {2, 0, 0, 2, 0, 0});
+    document.LastShape().strokeFill = std::make_unique<WFillHandle>(document.Shape(0).fill);
     drawing.name = "sub/b \u00e9.svg";
     drawing.shapes = 2;
     drawing.omissions.Count("mask", 3);
@@ -104,7 +109,13 @@ inline command::PaintDocument GeneratedDocument(FillGenerator& fills, OutlineGen
         const MATRIX matrix{1.0 + fills.Pick(3), 0, 0, 1, -1.0 * fills.Pick(2), 0};
         document.AddShape(&fill, document.Pool()).SetTilingMatrix(matrix);
         const CGE_OUTLINE outline = outlines.Make();
-        if (fills.Pick(3) != 0) document.LastOutline().SetCGEOutline(&outline);
+        command::ShapePaints& added = document.LastShape();
+        if (fills.Pick(3) != 0) added.outline.SetCGEOutline(&outline);
+        if (fills.Pick(9) == 0) {
+            const CGE_FILL contour = fills.Make();
+            added.strokeFill = std::make_unique<WFillHandle>(&contour, document.Pool());
+            added.strokeFill->SetTilingMatrix(matrix);
+        }
         ++drawing.shapes;
         if (i + 1 < shapes && fills.Pick(10) != 0) continue;
         drawing.name = std::to_string(i) + ".svg";

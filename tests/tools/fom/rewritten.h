@@ -27,8 +27,11 @@ public:
         const command::PaintDocument& imported = m_importer.Document();
         for (std::size_t i = 0; i < imported.ShapeCount(); ++i) {
             WFillHandle& fill = m_document.AddShape(imported.Shape(i).fill);
-            m_document.LastOutline() = imported.Shape(i).outline;
-            if (edit) edit(fill, m_document.LastOutline());
+            command::ShapePaints& paints = m_document.LastShape();
+            paints.outline = imported.Shape(i).outline;
+            if (const auto& own = imported.Shape(i).strokeFill)
+                paints.strokeFill = std::make_unique<WFillHandle>(*own);
+            if (edit) edit(fill, paints.outline);
         }
         m_result =
             command::RewriteDrawing(m_folder / "a.svg", m_document, imported.Drawings().front(), 0, error);

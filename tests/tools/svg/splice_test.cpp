@@ -25,8 +25,8 @@ std::vector<std::string> Styles(std::string_view text) {
     svg::StartTagReader reader(text);
     while (const auto tag = reader.Next()) {
         styles.emplace_back(tag->name);
-        const bool has = tag->style != svg::StartTag::kNone;
-        styles.emplace_back(has ? text.substr(tag->style, tag->styleEnd - tag->style) : "-");
+        const svg::TagAttribute& style = tag->style;
+        styles.emplace_back(style ? text.substr(style.value, style.end - style.value) : "-");
     }
     return styles;
 }
@@ -53,6 +53,25 @@ TEST(StartTags, AreFoundWhereverMarkupHides) {
     EXPECT_FALSE(reader.Next());
 }
 
+TEST(StartTags, TellPlacesOfElements) {
+    constexpr std::string_view text =
+        "<a><b id = 'i'\t x:href='' y:href='j' z:href='k' href=''><c/><!-- </b> --><d></d ></b >e</a>";
+    svg::StartTagReader reader(text, 3);
+    const auto tag = reader.Next();
+    ASSERT_TRUE(tag);
+    EXPECT_EQ(text.substr(tag->start, tag->nameEnd - tag->start), "<b");
+    EXPECT_EQ(text.substr(tag->id.begin, tag->id.end + 1 - tag->id.begin), " id = 'i'");
+    EXPECT_EQ(text.substr(tag->prefixedHref.value, tag->prefixedHref.end - tag->prefixedHref.value), "j");
+    EXPECT_TRUE(tag->href && !tag->style);
+    EXPECT_EQ(text.substr(*reader.Leave(1)), text.substr(tag->end));
+    EXPECT_TRUE(reader.Next());
+    EXPECT_EQ(text.substr(*reader.Leave(0)), "e</a>");
+    for (std::size_t size = 4; size < text.size() - 5; ++size) {
+        svg::StartTagReader broken(text.substr(0, size), 3);
+        EXPECT_FALSE(broken.Next() && broken.Leave(0)) << size;
+    }
+}
+
 TEST(StartTags, EndWithTheText) {
     constexpr std::string_view text = "<!DOCTYPE a [<!-- - -->]><?b ?><a b='c' style=\"d\"><![CDATA[e]]></a>";
     for (std::size_t size = 0; size < text.size(); ++size)
@@ -69,22 +88,28 @@ TEST(Splice, KeepsEncodings) {
         splice.Insert(text.Units().find('b'), "0");
         splice.Insert(text.Units().find('c'), "3");
         splice.Insert(text.Units().size(), "4");
+        svg::Splice part;
+        part.Replace(text.Units().find('b'), text.Units().find('c'), "<b>");
+        part.Insert(text.Units().find('b'), "0");
+        splice.InsertBytes(0, part.Apply(text, text.Units().find('b'), text.Units().size()));
         return splice.Apply(text);
     };
-    EXPECT_EQ(put("abc"), "a0b23c4");
+    EXPECT_EQ(put("abc"), "0<b>ca0b23c4");
     EXPECT_EQ(put("\xEF\xBB\xBF\xC3\xA4"
                   "bc"),
-              "\xEF\xBB\xBF\xC3\xA4"
+              "0<b>c\xEF\xBB\xBF\xC3\xA4"
               "0b23c4");
     EXPECT_EQ(put("\xE4"
                   "bc"),
-              "\xE4"
+              "0<b>c\xE4"
               "0b23c4");
     for (const bool big : {false, true}) {
-        EXPECT_EQ(put(Utf16("abc", big)), Utf16("a0b23c4", big));
+        const std::string piece = Utf16("0<b>c", big).substr(2);
+        EXPECT_EQ(put(Utf16("abc", big)), piece + Utf16("a0b23c4", big));
+        EXPECT_EQ(put(Utf16("abc", big) + '\n').back(), '\n') << "half a unit";
         // U+6261 has the letters of "ab" in its bytes.
         EXPECT_EQ(put(Utf16("x", big) + "ab" + Utf16("bc", big).substr(2)),
-                  Utf16("x", big) + "ab" + Utf16("0b23c4", big).substr(2));
+                  piece + Utf16("x", big) + "ab" + Utf16("0b23c4", big).substr(2));
     }
 }
 

@@ -59,7 +59,7 @@ TEST(Walker, UseInheritsFromWhereItStands) {
     ASSERT_EQ(d.items.size(), 3U);
     EXPECT_EQ(d.Fill(0), "#010203");
     EXPECT_EQ(d.Fill(1), "#ff0000");
-    EXPECT_TRUE(d[0].isInstance);
+    EXPECT_TRUE(!d[0].instances.empty());
     EXPECT_EQ(d[0].transform, (svg::Matrix{2, 0, 0, 2, 12, 2}));
     EXPECT_EQ(d[2].transform, (svg::Matrix{2, 0, 0, 2, 0, 10}));
     EXPECT_EQ(d.Omitted("unresolved reference"), 2U);
