@@ -50,7 +50,7 @@ Losses Find(const List& pool, DocumentVersion version) {
         auto after = ReadAsVersion(*entry, version);
         for (const std::string& name : CompareRecords(RecordOf(*entry), RecordOf(*after))) {
             ++losses.fields[name].entries;
-            losses.fields[name].shapes += static_cast<std::size_t>(entry->GetReference());
+            losses.fields[name].uses += static_cast<std::size_t>(entry->GetReference());
         }
         remaining->AddOrGetDuplicate(after.get(), nullptr);
         static_cast<void>(after.release());
@@ -70,7 +70,7 @@ void Add(const Losses& losses, const char* name, Facts& facts) {
         Facts& row = group.AddRow("lost");
         row.Add("field", field);
         row.Add("records", count.entries);
-        row.Add("shapes", count.shapes);
+        row.Add("uses", count.uses);
     }
 }
 

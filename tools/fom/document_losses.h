@@ -13,7 +13,7 @@ namespace command {
 struct Losses {
     struct Count {
         std::size_t entries = 0;
-        std::size_t shapes = 0;  ///< that have one of them
+        std::size_t uses = 0;  ///< by interiors and strokes of shapes
     };
     std::map<std::string, Count> fields;
     std::size_t before = 0;  ///< distinct entries

@@ -110,7 +110,7 @@ TEST_F(DocumentForm, OldVersionsLoseWhatTheySayTheyLose) {
     const auto lost = [&](DocumentVersion version) {
         std::vector<std::string> names;
         for (const auto& [name, count] : command::FindLosses(document, version).fills.fields)
-            names.push_back(name + " " + std::to_string(count.entries) + " " + std::to_string(count.shapes));
+            names.push_back(name + " " + std::to_string(count.entries) + " " + std::to_string(count.uses));
         return names;
     };
     using Names = std::vector<std::string>;
